@@ -82,3 +82,8 @@ int open_fifo_for_writing(const std::string& path);
 void remove_path(const std::string& path);
 
 }  // namespace io
+
+namespace io {
+// Closes the pool's descriptor (the parent's, at its end).
+void close_pool_descriptor(int fd);
+}  // namespace io

@@ -101,3 +101,9 @@ int open_fifo_for_writing(const std::string& path) {
 void remove_path(const std::string& path) { unlink(path.c_str()); }
 
 }  // namespace io
+
+namespace io {
+void close_pool_descriptor(int fd) {
+  if (fd >= 0) close(fd);
+}
+}  // namespace io

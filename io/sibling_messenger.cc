@@ -8,6 +8,7 @@
 #include "base/fatal.h"
 #include "base/log.h"
 #include "io/errors.h"
+#include "io/selector.h"
 
 namespace io {
 
@@ -22,9 +23,7 @@ SiblingImplementation::SiblingImplementation(SiblingMessenger& messenger, int id
       output_(*this) {}
 
 SiblingMessenger::SiblingMessenger(int id, const std::string& prefix)
-    : SiblingMessenger(id, siblingmessenger_conf_t::from_environment(prefix)) {
-  setup(true);
-}
+    : SiblingMessenger(id, siblingmessenger_conf_t::from_environment(prefix)) {}
 
 SiblingMessenger::SiblingMessenger(int id, const siblingmessenger_conf_t& conf)
     : my_sibling_id_((check_id(id), id)), conf_(conf), memory_(conf.mapfile, conf.mapsize),
@@ -35,11 +34,7 @@ SiblingMessenger::SiblingMessenger(int id, const siblingmessenger_conf_t& conf)
   fifo_ = std::make_unique<OwnFifo>(fifo_path(conf_.fifoprefix, id));
   input_reader_ = std::make_unique<PipeIStream>("InputSignalReader", fifo_->take_reader());
   set_underlying(input_reader_.get(), true);
-  if (id == 0) setup(false);
-}
-
-void SiblingMessenger::setup(bool child) {
-  if (!child) return;
+  if (id == 0) return;
   openFifo(0);
   TAVREL_ASSERT(has_sibling(0), "No parent siblingimplementation");
   send_signal(0, own_signal(SignalKind::IAmUp, 0));
@@ -277,15 +272,17 @@ void SiblingMessenger::take_end_of_stream(int id) {
 
 // --- Signals out ---
 
-void SiblingMessenger::openFifo(int id) {
+void SiblingMessenger::openFifo(int id, bool reconnect) {
   SiblingImplementation& peer = sibling(id);
-  TAVREL_ASSERT(!peer.has_fifo_, "Sibling " + std::to_string(my_sibling_id_) +
+  TAVREL_ASSERT(reconnect || !peer.has_fifo_, "Sibling " + std::to_string(my_sibling_id_) +
                                      " openFifo called with open FIFO for sibling " +
                                      std::to_string(id));
   int fd = open_fifo_for_writing(fifo_path(conf_.fifoprefix, id));
   if (fd < 0) {
     throw error::ESystemError("Cannot open sibling id " + std::to_string(id) + " FIFO for writing");
   }
+  if (peer.watched_) watch(peer, false);
+  if (blocked_sibling_ == id) blocked_sibling_ = kNoSibling;
   peer.writer_.set_handle(fd);
   peer.has_fifo_ = true;
   peer.failed_ = false;

@@ -141,6 +141,10 @@ class SiblingMessenger : public StackedSelectableBack {
   // FIFO, connects to the parent and sends IAmUp. Raises error::ESystemError
   // or error::EParseError when the environment or the system fails it.
   SiblingMessenger(int id, const std::string& prefix);
+  // The same with the configuration given: a sibling that lives in the
+  // parent's own process (the stand-in host), or, with id 0, the parent,
+  // which makes its FIFO and does nothing more.
+  SiblingMessenger(int id, const siblingmessenger_conf_t& conf);
   ~SiblingMessenger() override;
 
   int id() const { return my_sibling_id_; }
@@ -171,9 +175,6 @@ class SiblingMessenger : public StackedSelectableBack {
   size_t outstanding() const { return outstanding_.size(); }
 
  protected:
-  // The parent's side: the pool is given, the handshake is its own.
-  SiblingMessenger(int id, const siblingmessenger_conf_t& conf);
-
   // A signal that only the parent gets (IAmUp, RequestPeer, and InitShutdown
   // and AckShutdown from children). Returns false in a child, where they are
   // fatal or handled as a child handles them.
@@ -184,8 +185,10 @@ class SiblingMessenger : public StackedSelectableBack {
   // no FIFO.
   void send_signal(int peer, Signal signal);
   // Connects to the FIFO of `peer` and clears its state. Raises
-  // error::ESystemError "Cannot open sibling id N FIFO for writing".
-  void openFifo(int peer);
+  // error::ESystemError "Cannot open sibling id N FIFO for writing". With
+  // `reconnect`, a peer that had a FIFO before (a restarted child) is
+  // connected anew instead of being a fatal assertion.
+  void openFifo(int peer, bool reconnect = false);
   // Takes the area as this process's own write area.
   void take_own_area(uint64_t start, uint64_t size);
   // Notes the write area of `owner` (own or a peer's).
@@ -223,7 +226,6 @@ class SiblingMessenger : public StackedSelectableBack {
     bool completed = false;
   };
 
-  void setup(bool child);
   void read_signals();
   void handle_signal(const Signal& signal);
   void on_sibling_at(int id);
