@@ -5,7 +5,6 @@
 #include "protocol/fdio.h"
 #include "protocol/print.h"
 #include "tql/compare.h"
-#include "tql/property_bignum.h"
 
 namespace tql {
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "protocol/fdio.h"
 #include "tql/text.h"
 
 namespace tql {
@@ -88,6 +89,17 @@ int kind_traits<13>::rank(const value_type& a, const value_type& b) {
   bool b_nan = std::isnan(b);
   if (a_nan || b_nan) return a_nan == b_nan ? 0 : (a_nan ? 2 : -2);
   return kinds::by_value::rank(a, b);
+}
+
+void kind_traits<14>::write(protocol::ioprim& io, const value_type& v) {
+  std::vector<uint8_t> bytes = v.toBytes(4);
+  io << std::string(bytes.begin(), bytes.end());
+}
+
+void kind_traits<14>::read(protocol::ioprim& io, value_type& v) {
+  std::string bytes;
+  io >> bytes;
+  v = BigNum::fromBytes(std::vector<uint8_t>(bytes.begin(), bytes.end()));
 }
 
 void kind_traits<15>::text(const value_type& v, std::string& out) { out = gid_text(v); }

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "base/bignum.h"
+#include "protocol/ioprim.h"
 #include "tql/id.h"
 
 namespace tql {
@@ -132,6 +134,17 @@ struct kind_traits<13> {
   // NaN ranks above every number and equal to NaN, so that the order stays
   // total and NaN never equals a number.
   static int rank(const value_type& a, const value_type& b);
+};
+template <>
+struct kind_traits<14> : kinds::by_value {
+  using value_type = BigNum;
+  static constexpr const char* class_name = "property_bignum_t";
+  static constexpr const char* word = "bignum";
+  static void text(const value_type& v, std::string& out) { out = v.text(); }
+  // A string of the number's bytes, least significant first, padded with
+  // zero bytes to at least 4.
+  static void write(protocol::ioprim& io, const value_type& v);
+  static void read(protocol::ioprim& io, value_type& v);
 };
 template <>
 struct kind_traits<15> : kinds::by_value {
