@@ -5,15 +5,15 @@
 
 namespace protocol {
 
-MemoryPipe::MemoryPipe(size_t area, std::string initial)
-    : area_(area), bytes_(std::move(initial)) {
-  TAVREL_ASSERT(area_ > 0, "MemoryPipe with an area of 0 bytes");
+MemoryPipe::MemoryPipe(size_t write_area, size_t read_area, std::string initial)
+    : write_area_(write_area), read_area_(read_area), bytes_(std::move(initial)) {
+  TAVREL_ASSERT(write_area_ > 0 && read_area_ > 0, "MemoryPipe with an area of 0 bytes");
 }
 
 size_t MemoryPipe::In::readBegin(const char*& ptr) {
   size_t left = pipe_.bytes_.size() - pipe_.read_pos_;
   if (left == 0) throw io::EEndOfStream("MemoryPipe");
-  lent_ = left < pipe_.area_ ? left : pipe_.area_;
+  lent_ = left < pipe_.read_area_ ? left : pipe_.read_area_;
   ptr = pipe_.bytes_.data() + pipe_.read_pos_;
   return lent_;
 }
@@ -25,7 +25,7 @@ void MemoryPipe::In::readCommit(size_t n) {
 }
 
 size_t MemoryPipe::Out::writeBegin(char*& ptr) {
-  area_.assign(pipe_.area_, '\0');
+  area_.assign(pipe_.write_area_, '\0');
   ptr = area_.data();
   return area_.size();
 }

@@ -1,7 +1,7 @@
 // An in-memory byte pipe with an io::IStream end and an io::OStream end.
 //
-// Bytes committed on the output can be read on the input. Both ends lend at
-// most `area` bytes at a time, so small areas make every value cross area
+// Bytes committed on the output can be read on the input. The ends lend at
+// most `write_area` and `read_area` bytes at a time, so small areas make every value cross area
 // boundaries (tests), and a large one serves a tool that decodes a stream
 // held in memory. Both ends are always ready. As nothing else can write
 // while the one thread reads, the input raises io::EEndOfStream whenever
@@ -19,8 +19,9 @@ namespace protocol {
 
 class MemoryPipe {
  public:
-  // `area` must be at least 1 (fatal assertion otherwise).
-  explicit MemoryPipe(size_t area = 4096, std::string initial = "");
+  // Areas must be at least 1 byte (fatal assertion otherwise).
+  MemoryPipe(size_t write_area, size_t read_area, std::string initial = "");
+  explicit MemoryPipe(size_t area = 4096) : MemoryPipe(area, area) {}
 
   io::IStream& in() { return in_; }
   io::OStream& out() { return out_; }
@@ -60,7 +61,8 @@ class MemoryPipe {
     std::string area_;
   };
 
-  size_t area_;
+  size_t write_area_;
+  size_t read_area_;
   std::string bytes_;
   size_t read_pos_ = 0;
   In in_{*this};
