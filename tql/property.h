@@ -116,6 +116,26 @@ using property_lob_t = property_kind_t<23>;
 using property_oid_t = property_kind_t<24>;
 using property_enum_t = property_kind_t<25>;
 
+extern template class property_kind_t<7>;
+extern template class property_kind_t<8>;
+extern template class property_kind_t<9>;
+extern template class property_kind_t<10>;
+extern template class property_kind_t<11>;
+extern template class property_kind_t<12>;
+extern template class property_kind_t<13>;
+extern template class property_kind_t<14>;
+extern template class property_kind_t<15>;
+extern template class property_kind_t<16>;
+extern template class property_kind_t<17>;
+extern template class property_kind_t<18>;
+extern template class property_kind_t<19>;
+extern template class property_kind_t<20>;
+extern template class property_kind_t<21>;
+extern template class property_kind_t<22>;
+extern template class property_kind_t<23>;
+extern template class property_kind_t<24>;
+extern template class property_kind_t<25>;
+
 inline constexpr int32_t kFirstKind = 7;
 inline constexpr int32_t kLastKind = 25;
 
