@@ -13,6 +13,11 @@ ioprim& operator>>(ioprim& io, bool& v) {
   return io;
 }
 
+ioprim& operator<<(ioprim& io, const TimeValue& t) { return io << t.seconds << t.microseconds; }
+
+// Taken as it comes: a sibling's value is not normalised here.
+ioprim& operator>>(ioprim& io, TimeValue& t) { return io >> t.seconds >> t.microseconds; }
+
 ioprim& operator<<(ioprim& io, const std::string& s) {
   io << static_cast<uint64_t>(s.size());
   io.write_bytes(s.data(), s.size());

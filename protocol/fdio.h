@@ -16,6 +16,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/time_value.h"
 #include "protocol/clone_ptr.h"
 #include "protocol/ioprim.h"
 #include "protocol/record.h"
@@ -45,6 +46,10 @@ ioprim& operator>>(ioprim& io, T& v) {
 // A boolean is a 32-bit word; any word but 0 reads as true.
 ioprim& operator<<(ioprim& io, bool v);
 ioprim& operator>>(ioprim& io, bool& v);
+
+// A point in time or a span: 32-bit seconds, then 32-bit microseconds.
+ioprim& operator<<(ioprim& io, const TimeValue& t);
+ioprim& operator>>(ioprim& io, TimeValue& t);
 
 // A 64-bit byte count, then the bytes; split over write areas as needed.
 ioprim& operator<<(ioprim& io, const std::string& s);

@@ -9,3 +9,9 @@ void print_indent(std::ostream& os, int indent) {
 void print_value(std::ostream& os, const std::string& s, int) { os << s; }
 
 }  // namespace protocol
+
+namespace protocol {
+
+void print_value(std::ostream& os, const TimeValue& t, int) { os << t.text(); }
+
+}  // namespace protocol

@@ -20,6 +20,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/time_value.h"
 #include "protocol/clone_ptr.h"
 #include "protocol/record.h"
 
@@ -31,6 +32,8 @@ template <class T>
   requires std::is_arithmetic_v<T> || std::is_enum_v<T>
 void print_value(std::ostream& os, T v, int indent);
 void print_value(std::ostream& os, const std::string& s, int indent);
+// A span or time as its decimal text, "S.UUUUUU".
+void print_value(std::ostream& os, const TimeValue& t, int indent);
 template <class T>
 void print_value(std::ostream& os, const std::vector<T>& c, int indent);
 template <class T>
