@@ -1,7 +1,5 @@
 #include "report/sort_order.h"
 
-#include <cctype>
-
 namespace report {
 namespace {
 
@@ -12,9 +10,13 @@ size_t digit_run_end(std::string_view s, size_t pos) {
   return pos;
 }
 
+// Lower case as tolower gives it in the C locale, which the process never
+// leaves: only A to Z change, other bytes of ISO-8859-1 names stay.
 std::string folded(std::string_view s) {
   std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  for (char& c : out) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
   return out;
 }
 

@@ -63,7 +63,8 @@ TEST(OrderBefore, StableSortKeepsItemsWithoutCounter) {
     std::optional<uint32_t> order;
     char tag;
   };
-  std::vector<Item> items = {{9, 'a'}, {std::nullopt, 'b'}, {2, 'c'}, {std::nullopt, 'd'}, {5, 'e'}};
+  std::vector<Item> items = {
+      {9, 'a'}, {std::nullopt, 'b'}, {2, 'c'}, {std::nullopt, 'd'}, {5, 'e'}};
   std::stable_sort(items.begin(), items.end(),
                    [](const Item& x, const Item& y) { return order_before(x.order, y.order); });
   std::string tags;
@@ -86,6 +87,21 @@ TEST(FolderBefore, TypeThenNaturalNameIgnoringCase) {
 TEST(FolderBefore, NamesThatDifferOnlyInCaseSortByExactName) {
   EXPECT_EQ("3:WEB 3:Web 3:web ", sorted_names({{3, "web"}, {3, "WEB"}, {3, "Web"}}));
   EXPECT_FALSE(folder_before({3, "web"}, {3, "web"}));
+}
+
+TEST(FolderBefore, OnlyAsciiLettersFold) {
+  // Folded as in a Latin-1 locale, "\xc4" (A umlaut) would become "\xe4" and
+  // "\xe4a" would come first; in the C locale the bytes decide.
+  EXPECT_EQ(
+      "1:\xc4"
+      "b 1:\xe4"
+      "a ",
+      sorted_names({{1,
+                     "\xe4"
+                     "a"},
+                    {1,
+                     "\xc4"
+                     "b"}}));
 }
 
 }  // namespace
