@@ -121,52 +121,33 @@ void FakeFolder::contents(ContentList& out) {
   make_all(item_.contents, out);
 }
 
-Item with_kind(Item::Kind kind) {
-  Item item;
-  item.kind = kind;
-  return item;
-}
-
 }  // namespace
 
 Item row(std::string label, std::string value, std::string origin) {
-  Item item = with_kind(Item::Kind::kRow);
-  item.label = std::move(label);
-  item.value = std::move(value);
-  item.origin = std::move(origin);
-  return item;
+  return {.kind = Item::Kind::kRow,
+          .label = std::move(label),
+          .value = std::move(value),
+          .origin = std::move(origin)};
 }
 
-Item graph(std::string name) {
-  Item item = with_kind(Item::Kind::kGraph);
-  item.name = std::move(name);
-  return item;
-}
+Item graph(std::string name) { return {.kind = Item::Kind::kGraph, .name = std::move(name)}; }
 
 Item log(std::string name, std::vector<Entry> entries) {
-  Item item = with_kind(Item::Kind::kLog);
-  item.name = std::move(name);
-  item.entries = std::move(entries);
-  return item;
+  return {.kind = Item::Kind::kLog, .name = std::move(name), .entries = std::move(entries)};
 }
 
 Item folder(uint32_t type, std::string name, std::vector<Item> contents,
             std::vector<Item> subfolders) {
-  Item item = with_kind(Item::Kind::kFolder);
-  item.folder_type = type;
-  item.name = std::move(name);
-  item.contents = std::move(contents);
-  item.subfolders = std::move(subfolders);
-  return item;
+  return {.kind = Item::Kind::kFolder,
+          .name = std::move(name),
+          .folder_type = type,
+          .contents = std::move(contents),
+          .subfolders = std::move(subfolders)};
 }
 
-Item text(std::string markup) {
-  Item item = with_kind(Item::Kind::kText);
-  item.comment = std::move(markup);
-  return item;
-}
+Item text(std::string markup) { return {.kind = Item::Kind::kText, .comment = std::move(markup)}; }
 
-Item stranger() { return with_kind(Item::Kind::kStranger); }
+Item stranger() { return {.kind = Item::Kind::kStranger}; }
 
 Item commented(Item item, std::string comment) {
   item.comment = std::move(comment);

@@ -25,14 +25,14 @@ struct Entry {
 struct Item {
   enum class Kind { kRow, kGraph, kLog, kFolder, kText, kStranger };
   Kind kind = Kind::kRow;
-  std::string label, value, origin;  // rows
-  std::string name;                  // graphs, logs, folders
-  std::string comment;               // all
+  std::string label{}, value{}, origin{};  // rows
+  std::string name{};                      // graphs, logs, folders
+  std::string comment{};                   // all
   uint32_t folder_type = kFolderExplanation;
-  std::vector<Entry> entries;    // logs
-  std::vector<Item> contents;    // folders: rows, graphs, logs, sub-sections
-  std::vector<Item> subfolders;  // folders: child folders, given in display order
-  bool fail_contents = false;    // folders: contents() raises, as a database read can
+  std::vector<Entry> entries{};    // logs
+  std::vector<Item> contents{};    // folders: rows, graphs, logs, sub-sections
+  std::vector<Item> subfolders{};  // folders: child folders, given in display order
+  bool fail_contents = false;      // folders: contents() raises, as a database read can
 };
 
 Item row(std::string label, std::string value, std::string origin = "");
