@@ -71,9 +71,9 @@ void write_row(std::ostream& out, ReportRow& item, const std::string& label) {
 }
 
 void write_graph(std::ostream& out, ReportGraph& graph, ImageGenerator& images) {
+  row(out, "", "");
   std::string chart;
   images.chart(chart, graph);
-  row(out, "", "");
   out << chart;
   end_row(out);
   write_comment_line(out, graph, "");
