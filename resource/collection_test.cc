@@ -35,7 +35,9 @@ class ResourceCollection : public ResourceFilesTest {
  protected:
   void SetUp() override {
     ResourceFilesTest::SetUp();
-    set_log_sink([this](const std::string& m, uint32_t t) { logged_.push_back(std::to_string(t) + " " + m); });
+    set_log_sink([this](const std::string& m, uint32_t t) {
+      logged_.push_back(std::to_string(t) + " " + m);
+    });
   }
   void TearDown() override {
     set_log_sink(nullptr);
@@ -57,16 +59,11 @@ TEST_F(ResourceCollection, LoadsFromTheDirectoryAndKeepsTheEntry) {
 TEST_F(ResourceCollection, MissingFileRaisesEachTimeUntilItComes) {
   resource_collection store(TestClock());
   store.set_directory(dir_.string());
-  const std::string expected = "Error loading resource \"" + Path("spacer.gif") +
-                               "\": Error obtaining handle to read file size: No such file or directory";
-  for (int i = 0; i < 2; ++i) {
-    try {
-      store.get(34);
-      FAIL() << "no fault";
-    } catch (const resource_error& e) {
-      EXPECT_EQ(expected, e.text());
-    }
-  }
+  const std::string expected =
+      "Error loading resource \"" + Path("spacer.gif") +
+      "\": Error obtaining handle to read file size: No such file or directory";
+  for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(expected, FaultText<resource_error>([&] { store.get(34); }));
   Write("spacer.gif", "GIF89a");
   EXPECT_EQ("GIF89a", store.get(34).text());
   EXPECT_TRUE(logged_.empty());
@@ -74,12 +71,7 @@ TEST_F(ResourceCollection, MissingFileRaisesEachTimeUntilItComes) {
 
 TEST_F(ResourceCollection, UnknownNumberIsRefused) {
   resource_collection store(TestClock());
-  try {
-    store.get(35);
-    FAIL() << "no fault";
-  } catch (const resource_error& e) {
-    EXPECT_EQ("Unknown resource number: 35", e.text());
-  }
+  EXPECT_EQ("Unknown resource number: 35", FaultText<resource_error>([&] { store.get(35); }));
 }
 
 TEST_F(ResourceCollection, GetsWithinSixtySecondsReadNoFileInformation) {

@@ -34,15 +34,18 @@ uint64_t file_size(const std::string& path) {
   const std::string prefix = "Error loading resource \"" + path + "\": ";
   Fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (fd.get() < 0) {
-    throw resource_error(prefix + "Error obtaining handle to read file size: " + system_text(errno));
+    throw resource_error(prefix +
+                         "Error obtaining handle to read file size: " + system_text(errno));
   }
   struct stat st;
   if (::fstat(fd.get(), &st) != 0) {
     throw resource_error(prefix + "Error getting file size: " + system_text(errno));
   }
-  if (!S_ISREG(st.st_mode)) throw resource_error(prefix + "Error getting file size: Not a regular file");
+  if (!S_ISREG(st.st_mode))
+    throw resource_error(prefix + "Error getting file size: Not a regular file");
   const uint64_t size = static_cast<uint64_t>(st.st_size);
-  if (size > kMaxResourceSize) throw resource_error(prefix + "Error getting file size: File too large");
+  if (size > kMaxResourceSize)
+    throw resource_error(prefix + "Error getting file size: File too large");
   return size;
 }
 

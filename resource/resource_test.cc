@@ -10,12 +10,7 @@ namespace resource {
 namespace {
 
 std::string ErrorOf(const std::string& path) {
-  try {
-    resource_t r(path);
-  } catch (const resource_error& e) {
-    return e.text();
-  }
-  return "no error";
+  return FaultText<resource_error>([&] { resource_t r(path); });
 }
 
 TEST(ResourceType, ByTheLastExtensionFoldedToLowerCase) {
@@ -35,12 +30,8 @@ TEST(ResourceType, BadExtensionsAreRefusedBeforeTheFileIsOpened) {
 }
 
 TEST(ResourceType, UnknownTypeHasNoMimeType) {
-  try {
-    mime_type_of(static_cast<resource_type>(3));
-    FAIL() << "no fault";
-  } catch (const error::EFatal& e) {
-    EXPECT_EQ("Unknown resource_type encountered in resource_t::mime_type()", e.text());
-  }
+  EXPECT_EQ("Unknown resource_type encountered in resource_t::mime_type()",
+            FaultText<error::EFatal>([] { mime_type_of(static_cast<resource_type>(3)); }));
 }
 
 using ResourceLoad = ResourceFilesTest;

@@ -24,9 +24,12 @@ resource_type type_from_path(const std::string& path) {
 
 const char* mime_type_of(resource_type type) {
   switch (type) {
-    case png: return "image/png";
-    case gif: return "image/gif";
-    case css: return "text/css";
+    case png:
+      return "image/png";
+    case gif:
+      return "image/gif";
+    case css:
+      return "text/css";
   }
   throw error::EFatal("Unknown resource_type encountered in resource_t::mime_type()");
 }

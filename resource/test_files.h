@@ -14,6 +14,17 @@
 
 namespace resource {
 
+// The text of the exception of class E that `f` raises, or "no fault".
+template <class E, class F>
+std::string FaultText(F&& f) {
+  try {
+    f();
+  } catch (const E& e) {
+    return e.text();
+  }
+  return "no fault";
+}
+
 class ResourceFilesTest : public testing::Test {
  protected:
   void SetUp() override {

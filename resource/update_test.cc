@@ -57,12 +57,8 @@ TEST_F(ResourceUpdate, GoneFileKeepsTheCopyAndRaisesOnlyAfterSixtySeconds) {
   now_ += 60;
   EXPECT_NO_THROW(r.update());
   now_ += 1;
-  try {
-    r.update();
-    FAIL() << "no fault";
-  } catch (const resource_error& e) {
-    EXPECT_EQ("Error retrieving timestamp for file: " + path, e.text());
-  }
+  EXPECT_EQ("Error retrieving timestamp for file: " + path,
+            FaultText<resource_error>([&] { r.update(); }));
   EXPECT_EQ("GIF89a", r.text());
 }
 

@@ -45,7 +45,9 @@ struct LampKind {
   std::string state;
 };
 
-bool starts_with(const std::string& s, const std::string& prefix) { return s.rfind(prefix, 0) == 0; }
+bool starts_with(const std::string& s, const std::string& prefix) {
+  return s.rfind(prefix, 0) == 0;
+}
 
 // The stem is the name without "_lamp_small.png". "warning" is a state of
 // its own, so the "w" is a prefix only when the rest is a lamp without it.
@@ -160,14 +162,15 @@ PicturePtr spacer() { return std::make_unique<Picture>(1, 1); }
 
 PicturePtr draw(const std::string& name) {
   static const std::map<std::string, std::function<PicturePtr()>> kOthers = {
-      {"graph.png", graph},   {"fadeheaderbg.png", fade}, {"link_small.gif", link_icon},
-      {"note_small.png", note}, {"smallarrow.png", arrow}, {"report_logo.png", logo},
+      {"graph.png", graph},         {"fadeheaderbg.png", fade}, {"link_small.gif", link_icon},
+      {"note_small.png", note},     {"smallarrow.png", arrow},  {"report_logo.png", logo},
       {"hammer_small.png", hammer}, {"spacer.gif", spacer},
   };
   auto it = kOthers.find(name);
   if (it != kOthers.end()) return it->second();
   const std::string suffix = "_lamp_small.png";
-  if (name.size() > suffix.size() && name.compare(name.size() - suffix.size(), suffix.size(), suffix) == 0) {
+  if (name.size() > suffix.size() &&
+      name.compare(name.size() - suffix.size(), suffix.size(), suffix) == 0) {
     return lamp(lamp_kind(name.substr(0, name.size() - suffix.size())));
   }
   throw std::runtime_error("no drawing for " + name);

@@ -15,7 +15,8 @@ std::string Bytes(const resource_t& r) { return std::string(r.data().begin(), r.
 std::pair<int, int> Dimensions(const std::string& b) {
   auto u = [&](size_t i) { return static_cast<unsigned char>(b.at(i)); };
   if (b.rfind("GIF89a", 0) == 0) return {u(6) | u(7) << 8, u(8) | u(9) << 8};
-  return {u(16) << 24 | u(17) << 16 | u(18) << 8 | u(19), u(20) << 24 | u(21) << 16 | u(22) << 8 | u(23)};
+  return {u(16) << 24 | u(17) << 16 | u(18) << 8 | u(19),
+          u(20) << 24 | u(21) << 16 | u(22) << 8 | u(23)};
 }
 
 class DefaultResources : public testing::Test {
@@ -31,9 +32,15 @@ TEST_F(DefaultResources, EveryNumberLoadsWithTheSignatureOfItsType) {
     ASSERT_GT(b.size(), 20u) << r.name();
     EXPECT_LT(b.size(), 4000u) << r.name();
     switch (r.type()) {
-      case png: EXPECT_EQ(0u, b.rfind("\x89PNG\r\n\x1a\n", 0)) << r.name(); break;
-      case gif: EXPECT_EQ(0u, b.rfind("GIF89a", 0)) << r.name(); break;
-      case css: EXPECT_EQ(0, n); break;
+      case png:
+        EXPECT_EQ(0u, b.rfind("\x89PNG\r\n\x1a\n", 0)) << r.name();
+        break;
+      case gif:
+        EXPECT_EQ(0u, b.rfind("GIF89a", 0)) << r.name();
+        break;
+      case css:
+        EXPECT_EQ(0, n);
+        break;
     }
   }
 }
