@@ -13,6 +13,14 @@ namespace resource {
 // The numbers run from 0 to kResourceCount - 1.
 inline constexpr int32_t kResourceCount = 35;
 
+// The numbers that the report and its mailing name directly.
+inline constexpr int32_t kStyleSheet = 0;   // tavrel.css
+inline constexpr int32_t kOkLamp = 1;       // ok_lamp_small.png
+inline constexpr int32_t kWarningLamp = 2;  // warning_lamp_small.png
+inline constexpr int32_t kErrorLamp = 3;    // error_lamp_small.png
+inline constexpr int32_t kReportLogo = 32;  // report_logo.png
+inline constexpr int32_t kSpacer = 34;      // spacer.gif
+
 // The fixed file name of a resource number ("tavrel.css" for 0,
 // "ok_lamp_small.png" for 1, ...), or nullptr for a number out of range.
 const char* resource_file_name(int32_t number);

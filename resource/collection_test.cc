@@ -13,14 +13,15 @@ namespace resource {
 namespace {
 
 TEST(ResourceNames, ThirtyFiveFixedNamesOfKnownTypes) {
-  EXPECT_STREQ("tavrel.css", resource_file_name(0));
-  EXPECT_STREQ("ok_lamp_small.png", resource_file_name(1));
-  EXPECT_STREQ("error_lamp_small.png", resource_file_name(3));
+  EXPECT_STREQ("tavrel.css", resource_file_name(kStyleSheet));
+  EXPECT_STREQ("ok_lamp_small.png", resource_file_name(kOkLamp));
+  EXPECT_STREQ("warning_lamp_small.png", resource_file_name(kWarningLamp));
+  EXPECT_STREQ("error_lamp_small.png", resource_file_name(kErrorLamp));
   EXPECT_STREQ("wdownok_lamp_small.png", resource_file_name(17));
   EXPECT_STREQ("wblank_lamp_small.png", resource_file_name(26));
   EXPECT_STREQ("link_small.gif", resource_file_name(29));
-  EXPECT_STREQ("report_logo.png", resource_file_name(32));
-  EXPECT_STREQ("spacer.gif", resource_file_name(34));
+  EXPECT_STREQ("report_logo.png", resource_file_name(kReportLogo));
+  EXPECT_STREQ("spacer.gif", resource_file_name(kSpacer));
   EXPECT_EQ(nullptr, resource_file_name(35));
   EXPECT_EQ(nullptr, resource_file_name(-1));
   std::set<std::string> distinct;
@@ -119,8 +120,6 @@ TEST_F(ResourceCollection, EmptyDirectoryOpensTheBareNameInTheWorkingDirectory) 
   EXPECT_EQ("note_small.png", name);
   EXPECT_EQ("note", text);
 }
-
-TEST(ResourceStore, ProcessWideStoreIsOneObject) { EXPECT_EQ(&resources(), &resources()); }
 
 }  // namespace
 }  // namespace resource

@@ -49,13 +49,13 @@ TEST_F(DefaultResources, LampsSpacerAndLogoHaveTheirSizes) {
   for (int32_t n = 1; n <= 26; ++n) {
     EXPECT_EQ(std::make_pair(13, 13), Dimensions(Bytes(store_.get(n)))) << resource_file_name(n);
   }
-  const std::string spacer = Bytes(store_.get(34));
+  const std::string spacer = Bytes(store_.get(kSpacer));
   EXPECT_EQ(std::make_pair(1, 1), Dimensions(spacer));
   // A graphic control extension with the transparency flag set.
   const size_t gce = spacer.find("\x21\xf9\x04");
   ASSERT_NE(std::string::npos, gce);
   EXPECT_EQ(1, spacer.at(gce + 3) & 1);
-  EXPECT_EQ(std::make_pair(150, 40), Dimensions(Bytes(store_.get(32))));
+  EXPECT_EQ(std::make_pair(150, 40), Dimensions(Bytes(store_.get(kReportLogo))));
 }
 
 TEST_F(DefaultResources, LampsOfDifferentStatesDiffer) {
@@ -67,7 +67,7 @@ TEST_F(DefaultResources, LampsOfDifferentStatesDiffer) {
 }
 
 TEST_F(DefaultResources, StyleSheetStylesEveryClassOfTheHtmlReport) {
-  const resource_t& css = store_.get(0);
+  const resource_t& css = store_.get(kStyleSheet);
   EXPECT_STREQ("text/css", css.mime_type());
   const std::string text = css.text();
   for (const char* selector :
