@@ -88,8 +88,8 @@ class Parser {
     ++pos_;
   }
 
-  // After "<link": the url attribute. The link is called before the closing
-  // quote is looked for, as a conversion may stream what it has.
+  // After "<link": the url attribute. Without a closing quote the rest of
+  // the text is the URL: the link is still called, then the fault raised.
   void link() {
     skip_space();
     const std::string attribute = letters();
