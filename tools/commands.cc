@@ -3,9 +3,15 @@
 namespace tools {
 
 // Each group declares its table here; the groups are defined in their files.
+std::vector<Command> units_commands();
+std::vector<Command> time_commands();
+
 const std::vector<Command>& commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list;
+    for (auto group : {units_commands, time_commands}) {
+      for (const Command& c : group()) list.push_back(c);
+    }
     return list;
   }();
   return all;
