@@ -38,14 +38,22 @@ Group& root() {
 
 bool registry_open() { return open; }
 
-void Group::add(Object* child, Group* asGroup, Metric* asMetric) {
+void Group::addToMap(Object* child) {
   if (!children_.emplace(child->name(), child).second) {
     assertion_failed("Attempt to add duplicate metric name: " + child->name());
   }
-  if (asGroup != nullptr) groups_.push_back(asGroup);
-  if (asMetric != nullptr) metrics_.push_back(asMetric);
   child->addedTo_ = this;
   child->pending_ = false;
+}
+
+void Group::add(Group* child) {
+  addToMap(child);
+  groups_.push_back(child);
+}
+
+void Group::add(Metric* child) {
+  addToMap(child);
+  metrics_.push_back(child);
 }
 
 void Group::remove(Object* child) {
@@ -56,14 +64,30 @@ void Group::remove(Object* child) {
   child->addedTo_ = nullptr;
 }
 
-Group::Group(Group* parent, std::string name) : Object(parent, std::move(name)) {
+template <class T>
+void Group::enroll(T* object, T*& head) {
   if (open) {
-    (parent != nullptr ? *parent : root()).add(this, this, nullptr);
+    (object->parent() != nullptr ? *object->parent() : root()).add(object);
   } else {
-    pending_next_ = pending_groups;
-    pending_groups = this;
-    pending_ = true;
+    object->pending_next_ = head;
+    head = object;
+    object->pending_ = true;
   }
+}
+
+template <class T>
+void Group::addPending(T*& head) {
+  std::vector<T*> list;
+  for (T* o = head; o != nullptr; o = o->pending_next_) list.push_back(o);
+  head = nullptr;
+  for (auto it = list.rbegin(); it != list.rend(); ++it) {
+    (*it)->pending_next_ = nullptr;
+    ((*it)->parent() != nullptr ? *(*it)->parent() : root()).add(*it);
+  }
+}
+
+Group::Group(Group* parent, std::string name) : Object(parent, std::move(name)) {
+  enroll(this, pending_groups);
 }
 
 Group::~Group() {
@@ -93,13 +117,7 @@ Metric::Metric(Group* parent, std::string name, std::string unit, std::string de
     : Object(parent, std::move(name)),
       unit_(std::move(unit)),
       description_(std::move(description)) {
-  if (open) {
-    (parent != nullptr ? *parent : root()).add(this, nullptr, this);
-  } else {
-    pending_next_ = pending_metrics;
-    pending_metrics = this;
-    pending_ = true;
-  }
+  Group::enroll(this, pending_metrics);
 }
 
 Metric::~Metric() {
@@ -145,21 +163,8 @@ void open_registry() {
   if (open) return;
   metering_time();  // built now at the latest, so that it is live
   open = true;
-  // The lists hold the newest first; add in the order of building.
-  std::vector<Group*> groups;
-  for (Group* g = pending_groups; g != nullptr; g = g->pending_next_) groups.push_back(g);
-  std::vector<Metric*> metrics;
-  for (Metric* m = pending_metrics; m != nullptr; m = m->pending_next_) metrics.push_back(m);
-  pending_groups = nullptr;
-  pending_metrics = nullptr;
-  for (auto it = groups.rbegin(); it != groups.rend(); ++it) {
-    Group* parent = (*it)->parent();
-    (parent != nullptr ? *parent : root()).add(*it, *it, nullptr);
-  }
-  for (auto it = metrics.rbegin(); it != metrics.rend(); ++it) {
-    Group* parent = (*it)->parent();
-    (parent != nullptr ? *parent : root()).add(*it, nullptr, *it);
-  }
+  Group::addPending(pending_groups);
+  Group::addPending(pending_metrics);
 }
 
 }  // namespace meter

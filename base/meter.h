@@ -97,7 +97,6 @@ class Metric : public Object {
 
  private:
   friend class Group;
-  friend void open_registry();
   std::string unit_;
   std::string description_;
   Metric* pending_next_ = nullptr;
@@ -172,9 +171,18 @@ class Group : public Object {
   struct RootTag {};
   explicit Group(RootTag) : Object(nullptr, "") {}
 
-  // Puts `child` in the map and its list; a duplicate name is fatal.
-  void add(Object* child, Group* asGroup, Metric* asMetric);
+  // Put the child in the map and in its list; a duplicate name is fatal.
+  void add(Group* child);
+  void add(Metric* child);
+  void addToMap(Object* child);
   void remove(Object* child);
+  // Adds `object` to its parent (or root) when the registry is open, else
+  // puts it at the front of the pending list `head`.
+  template <class T>
+  static void enroll(T* object, T*& head);
+  // Adds everything on the pending list `head`, oldest first, and empties it.
+  template <class T>
+  static void addPending(T*& head);
 
   std::map<std::string, Object*> children_;
   std::vector<Group*> groups_;

@@ -30,53 +30,68 @@ std::string converted(const Unit& from, double value, const Unit& to, bool autoS
   return std::string(buffer) + " " + getLabel(unit, false, true);
 }
 
-TEST(Convert, AutoScaleChoosesThePrefix) {
-  EXPECT_EQ("1.5 KiB", converted(Unit("B"), 1536, binaryUnit("B"), true));
-  EXPECT_EQ("1.5 kW", converted(Unit("W"), 1500, Unit("W"), true));
-  EXPECT_EQ("2.5 MW", converted(Unit("kW"), 2500, Unit("W"), true));
-  EXPECT_EQ("500 ms", converted(Unit("s"), 0.5, Unit("s"), true));
-  EXPECT_EQ("5000 s", converted(Unit("s"), 5000, Unit("s"), true));
-  EXPECT_EQ("0.5 B", converted(Unit("B"), 0.5, Unit("B"), true));
-  EXPECT_EQ("250 mV", converted(Unit("V"), 0.25, Unit("V"), true));
-  EXPECT_EQ("1.2 GiB", converted(Unit("MB"), 1.2 * 1024, Unit("B"), true));
-  EXPECT_EQ("1500 PW", converted(Unit("PW"), 1500, Unit("W"), true));  // no larger prefix
+// A conversion and its result as "value label".
+struct Case {
+  const char* from;
+  double value;
+  const char* to;
+  bool autoScale;
+  const char* expected;
+};
+
+void expectConversions(std::initializer_list<Case> cases) {
+  for (const Case& c : cases) {
+    EXPECT_EQ(c.expected, converted(Unit(c.from), c.value, Unit(c.to), c.autoScale))
+        << c.from << " " << c.value << " " << c.to;
+  }
 }
 
-TEST(Convert, ZeroAndNegativeValuesKeepTheBareUnit) {
-  EXPECT_EQ("0 W", converted(Unit("W"), 0, Unit("W"), true));
-  EXPECT_EQ("-5000000 W", converted(Unit("W"), -5e6, Unit("W"), true));
-  EXPECT_EQ("-5000 W", converted(Unit("kW"), -5, Unit("W"), true));
+TEST(Convert, AutoScaleChoosesThePrefix) {
+  EXPECT_EQ("1.5 KiB", converted(Unit("B"), 1536, binaryUnit("B"), true));
+  expectConversions({
+      {"W", 1500, "W", true, "1.5 kW"},
+      {"kW", 2500, "W", true, "2.5 MW"},
+      {"s", 0.5, "s", true, "500 ms"},
+      {"s", 5000, "s", true, "5000 s"},
+      {"B", 0.5, "B", true, "0.5 B"},
+      {"V", 0.25, "V", true, "250 mV"},
+      {"MB", 1.2 * 1024, "B", true, "1.2 GiB"},
+      {"PW", 1500, "W", true, "1500 PW"},  // no larger prefix
+      // Zero and negative values keep the bare unit.
+      {"W", 0, "W", true, "0 W"},
+      {"W", -5e6, "W", true, "-5000000 W"},
+      {"kW", -5, "W", true, "-5000 W"},
+  });
 }
 
 TEST(Convert, AutoScaleReadsCentiAsOneAndPercentAsFraction) {
-  EXPECT_EQ("0.5 %", converted(Unit("%"), 50, Unit("%"), true));
-  EXPECT_EQ("0.5 %", converted(Unit("%"), 50, Unit("pct"), false));
-  EXPECT_EQ("50 %", converted(Unit("%"), 50, Unit("%"), false));
-  EXPECT_EQ("50 %", converted(Unit("pct"), 0.5, Unit("%"), false));
-  EXPECT_EQ("150 cW", converted(Unit("W"), 1.5, Unit("cW"), false));
-  EXPECT_EQ("1.5 W", converted(Unit("W"), 1.5, Unit("cW"), true));
+  expectConversions({
+      {"%", 50, "%", true, "0.5 %"},
+      {"%", 50, "pct", false, "0.5 %"},
+      {"%", 50, "%", false, "50 %"},
+      {"pct", 0.5, "%", false, "50 %"},
+      {"W", 1.5, "cW", false, "150 cW"},
+      {"W", 1.5, "cW", true, "1.5 W"},
+  });
 }
 
 TEST(Convert, TypeConversions) {
-  EXPECT_EQ("53 week", converted(Unit("year"), 1, Unit("week"), false));
-  EXPECT_EQ("7 day", converted(Unit("week"), 1, Unit("day"), false));
-  EXPECT_EQ("12 mon", converted(Unit("year"), 1, Unit("mon"), false));
-  EXPECT_EQ("31 day", converted(Unit("mon"), 1, Unit("day"), false));
-  EXPECT_EQ("90 min", converted(Unit("h"), 1.5, Unit("min"), false));
-  EXPECT_EQ("2 B", converted(Unit("b"), 16, Unit("B"), false));
-  EXPECT_EQ("0.0254 m", converted(Unit("inch"), 1, Unit("m"), false));
-  EXPECT_EQ("300000 m/min", converted(Unit("km/s"), 5, Unit("m/min"), false));
-  // A binary source's k is 1024.
-  EXPECT_EQ("307200 B/min", converted(Unit("kB/s"), 5, Unit("B/min"), false));
-}
-
-TEST(Convert, Temperatures) {
-  EXPECT_EQ("212 F", converted(Unit("C"), 100, Unit("F"), false));
-  EXPECT_EQ("373.15 K", converted(Unit("C"), 100, Unit("K"), false));
-  EXPECT_EQ("0 C", converted(Unit("F"), 32, Unit("C"), false));
-  EXPECT_EQ("-40 F", converted(Unit("K"), 233.15, Unit("F"), false));
-  // In a denominator the conversion runs backwards, from C to F.
-  EXPECT_EQ("413.6 W/C", converted(Unit("W/F"), 212, Unit("W/C"), false));
+  expectConversions({
+      {"year", 1, "week", false, "53 week"},
+      {"week", 1, "day", false, "7 day"},
+      {"year", 1, "mon", false, "12 mon"},
+      {"mon", 1, "day", false, "31 day"},
+      {"h", 1.5, "min", false, "90 min"},
+      {"b", 16, "B", false, "2 B"},
+      {"inch", 1, "m", false, "0.0254 m"},
+      {"km/s", 5, "m/min", false, "300000 m/min"},
+      {"kB/s", 5, "B/min", false, "307200 B/min"},  // a binary source's k is 1024
+      {"C", 100, "F", false, "212 F"},
+      {"C", 100, "K", false, "373.15 K"},
+      {"F", 32, "C", false, "0 C"},
+      {"K", 233.15, "F", false, "-40 F"},
+      {"W/F", 212, "W/C", false, "413.6 W/C"},  // in a denominator: from C to F
+  });
 }
 
 TEST(Convert, IncompatibleUnitsOnlyScale) {

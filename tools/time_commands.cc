@@ -27,20 +27,20 @@ int64_t seconds_arg(Args& args) {
   return t;
 }
 
-int time2str_command(Args& args) {
+// SECONDS [--zone Z]: prints `text` of the time in the zone.
+int print_in_zone(Args& args, std::string (*text)(int64_t t, zone_t zone)) {
   const zone_t zone = zone_arg(args);
   const int64_t t = seconds_arg(args);
   args.done();
-  std::cout << time2str(t, zone) << "\n";
+  std::cout << text(t, zone) << "\n";
   return 0;
 }
 
-int date2str_command(Args& args) {
-  const zone_t zone = zone_arg(args);
-  const int64_t t = seconds_arg(args);
-  args.done();
-  std::cout << date2str(t, zone) << "\n";
-  return 0;
+int time2str_command(Args& args) { return print_in_zone(args, time2str); }
+int date2str_command(Args& args) { return print_in_zone(args, date2str); }
+
+int add_month_command(Args& args) {
+  return print_in_zone(args, [](int64_t t, zone_t zone) { return std::to_string(add_month(t, zone)); });
 }
 
 int clock2str_command(Args& args) {
@@ -77,14 +77,6 @@ int add_days_command(Args& args) {
   args.done();
   if (n < INT32_MIN || n > INT32_MAX) throw error::EParseError("too many days");
   std::cout << add_days(t, static_cast<int>(n), zone) << "\n";
-  return 0;
-}
-
-int add_month_command(Args& args) {
-  const zone_t zone = zone_arg(args);
-  const int64_t t = seconds_arg(args);
-  args.done();
-  std::cout << add_month(t, zone) << "\n";
   return 0;
 }
 
