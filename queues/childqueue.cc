@@ -65,7 +65,7 @@ std::unique_ptr<event> childqueue::read_one() {
   selector_.wait(false);
   int32_t from = messenger_.next_ready_sibling();
   try {
-    std::unique_ptr<event> e = read_event(prim(from));
+    std::unique_ptr<event> e = read_event(prim(static_cast<queue_t>(from)));
     if (valid_queue(from)) at_end_[from] = false;
     e->dest = static_cast<queue_t>(from);
     return e;
