@@ -20,7 +20,8 @@ const StreamTexts kSocketOutputTexts = {
     "Overcommit in Socket_OStream", false,
     "Too large transmission in Socket_OStream",
     "Unsolicited callback in Socket_OStream",
-    "Invalid socket in Socket_OStream callback"};
+    // The output's completion fails with the same words as the input's.
+    "Invalid socket in Socket_IStream callback"};
 
 // Takes the connected socket out of the connector's state, or raises why
 // there is none.
