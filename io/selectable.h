@@ -49,7 +49,8 @@ class Selectable {
   // The default is false.
   virtual bool absorbs_signal();
   // Called on each round before the process sleeps; a stream states here
-  // which transfer it wants. The default does nothing.
+  // which transfer it wants. It must not add selectables to or remove them
+  // from the selector that calls it. The default does nothing.
   virtual void before_wait();
   // True, and `when` set, when the selectable becomes ready at a point in
   // time. The default is false.

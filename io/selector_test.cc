@@ -179,6 +179,17 @@ TEST(StackedTest, UnderlyingReadinessReachesTheFront) {
   EXPECT_EQ(1, layer.calls);
 }
 
+TEST(StackedTest, FrontReadyAtAddComesOutWithoutWaiting) {
+  Pipe pipe("below");
+  Layer layer(*pipe.in);
+  layer.seen = "earlier";
+  Layer::Front front(layer);
+  Selector<int> selector;
+  selector.add(front, 4);
+  EXPECT_EQ(4, selector.poll_nonblocking().second);
+  EXPECT_EQ(0, layer.calls);  // The pipe had nothing to say.
+}
+
 TEST(StackedTest, BackMayDropUnderlyingWhileCalled) {
   Pipe pipe("below");
   Layer layer(*pipe.in);
