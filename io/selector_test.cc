@@ -56,6 +56,13 @@ TEST(TimerTest, FutureTimerNeverComesBackEarly) {
   EXPECT_GE(MonotonicClock::now(), timer.when());
 }
 
+TEST(TimerTest, DeadlinesSaturate) {
+  EXPECT_EQ(kNoDeadline, Timer::due_in(kInfinite));
+  EXPECT_EQ(kNoDeadline, Timer::due_in(kInfinite - std::chrono::microseconds(1)));
+  TimePoint now = MonotonicClock::now();
+  EXPECT_EQ(now + milliseconds(5), add_saturated(now, milliseconds(5)));
+}
+
 TEST(SelectorTest, NonBlockingPollThrowsAndSelectorStaysUsable) {
   Pipe pipe("idle");
   Selector<int> selector;
