@@ -32,6 +32,10 @@ int take_socket(SocketConnector& connector) {
     throw EConnection("Error connecting to " +
                       endpoint_text(state.address, state.port) + ": " +
                       system_error_text(status));
+  // A second socket from one connector is a programming error; caught here
+  // rather than in the destructor of a socket without descriptor.
+  TAVREL_ASSERT(state.socket >= 0,
+                "Socket already taken from " + name_of(connector));
   int fd = state.socket;
   state.socket = -1;
   return adopt_nonblocking(fd);

@@ -84,6 +84,15 @@ TEST(SocketTest, OnlyTheConnectorStartsAThreadAndItEnds) {
   EXPECT_EQ(1, settle_threads(1));
 }
 
+TEST(SocketDeathTest, SecondSocketFromOneConnectorIsFatal) {
+  Listener listener(loopback_address(), 0);
+  SocketConnector connector(loopback_address(), listener.port());
+  waitReady(connector, seconds(10));
+  Socket first(connector);
+  EXPECT_DEATH(Socket second(connector),
+               "Assertion failed: Socket already taken from SocketConnector");
+}
+
 TEST(SocketTest, RefusedConnectionShowsOnlyAtTheSocket) {
   uint16_t port;
   {
