@@ -33,6 +33,10 @@ bool is_invalid_descriptor_code(int code);
 
 // Puts `fd` in non-blocking mode. Raises error::ESystemError.
 void set_nonblocking(int fd);
+// For a stream that takes ownership of `fd`: puts it in non-blocking mode
+// and returns it; -1 passes through. When that fails the descriptor is
+// closed, since its owner is never made, and error::ESystemError raised.
+int adopt_nonblocking(int fd);
 // Closes `fd`; errors are ignored, the descriptor is gone either way.
 void close_descriptor(int fd);
 

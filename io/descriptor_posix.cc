@@ -51,6 +51,17 @@ void set_nonblocking(int fd) {
                      " to non-blocking");
 }
 
+int adopt_nonblocking(int fd) {
+  if (fd < 0) return fd;
+  try {
+    set_nonblocking(fd);
+  } catch (...) {
+    ::close(fd);
+    throw;
+  }
+  return fd;
+}
+
 void close_descriptor(int fd) {
   // Linux releases the descriptor even when close() reports an error, so a
   // retry could close somebody else's.

@@ -13,25 +13,12 @@ const StreamTexts kPipeOutputTexts = {"Overcommit in PipeOStream", true,
                                       "PipeOStream excessive write",
                                       "PipeOSTream unsolicited callback", nullptr};
 
-// Makes `fd` non-blocking; closes it when that fails, since the stream that
-// was to own it is never made.
-int take_descriptor(int fd) {
-  if (fd < 0) return fd;
-  try {
-    set_nonblocking(fd);
-  } catch (...) {
-    close_descriptor(fd);
-    throw;
-  }
-  return fd;
-}
-
 }  // namespace
 
 PipeIStream::PipeIStream(std::string name, int fd)
     : DescriptorIStream(kPipeInputTexts),
       name_(std::move(name)),
-      fd_(take_descriptor(fd)) {}
+      fd_(adopt_nonblocking(fd)) {}
 
 PipeIStream::~PipeIStream() {
   if (fd_ >= 0) close_descriptor(fd_);
@@ -52,7 +39,7 @@ std::string PipeIStream::fault_text() const {
 PipeOStream::PipeOStream(std::string name, int fd)
     : DescriptorOStream(kPipeOutputTexts),
       name_(std::move(name)),
-      fd_(take_descriptor(fd)) {}
+      fd_(adopt_nonblocking(fd)) {}
 
 PipeOStream::~PipeOStream() { close_descriptor_if_open(); }
 
@@ -64,7 +51,7 @@ void PipeOStream::close() {
 
 void PipeOStream::set_handle(int fd) {
   close_descriptor_if_open();
-  fd_ = take_descriptor(fd);
+  fd_ = adopt_nonblocking(fd);
   clear_fault();
 }
 

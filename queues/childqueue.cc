@@ -72,7 +72,6 @@ std::unique_ptr<event> childqueue::read_one() {
   } catch (const io::EEndOfStream&) {
     if (valid_queue(from)) at_end_[from] = true;
     messenger_.take_end_of_stream(from);
-    last_end_ = from;
     return nullptr;
   }
 }

@@ -93,7 +93,6 @@ class childqueue : public io::StackedSelectableBack {
   uint32_t next_request_ = 1;
   std::array<bool, 23> at_end_{};
   bool ready_ = false;
-  int32_t last_end_ = -1;  // The sibling whose stream ended last.
   InFront front_;
 };
 
