@@ -1,0 +1,7 @@
+# The stand-in database of the host and its world files.
+tavrel_library(host_store
+  SOURCES store_objects.cc
+  DEPS tavrel_dbms tavrel_tsdb tavrel_tql tavrel_protocol tavrel_base)
+tavrel_test(host_store_test
+  SOURCES store_objects_test.cc
+  DEPS tavrel_host_store)
