@@ -1,7 +1,10 @@
 # The stand-in database of the host and its world files.
 tavrel_library(host_store
-  SOURCES store_objects.cc
+  SOURCES store_objects.cc select_match.cc select_eval.cc
   DEPS tavrel_dbms tavrel_tsdb tavrel_tql tavrel_protocol tavrel_base)
-tavrel_test(host_store_test
-  SOURCES store_objects_test.cc
+tavrel_library(host_store_testing
+  SOURCES store_test_world.cc
   DEPS tavrel_host_store)
+tavrel_test(host_store_test
+  SOURCES store_objects_test.cc select_eval_test.cc select_reporter_test.cc
+  DEPS tavrel_host_store_testing)
