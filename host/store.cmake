@@ -1,10 +1,12 @@
 # The stand-in database of the host and its world files.
 tavrel_library(host_store
-  SOURCES store_objects.cc select_match.cc select_eval.cc
+  SOURCES store_objects.cc select_match.cc select_eval.cc store_series.cc store_series_read.cc
+          store_database.cc
   DEPS tavrel_dbms tavrel_tsdb tavrel_tql tavrel_protocol tavrel_base)
 tavrel_library(host_store_testing
   SOURCES store_test_world.cc
   DEPS tavrel_host_store)
 tavrel_test(host_store_test
-  SOURCES store_objects_test.cc select_eval_test.cc select_reporter_test.cc
+  SOURCES store_objects_test.cc select_eval_test.cc select_reporter_test.cc store_series_test.cc
+          store_database_test.cc
   DEPS tavrel_host_store_testing)
