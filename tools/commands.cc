@@ -3,12 +3,13 @@
 namespace tools {
 
 std::vector<Command> tavml_commands();
+std::vector<Command> world_commands();
 
 // Each group declares its table here; the groups are defined in their files.
 const std::vector<Command>& commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list;
-    for (auto group : {tavml_commands}) {
+    for (auto group : {tavml_commands, world_commands}) {
       for (Command& c : group()) list.push_back(c);
     }
     return list;
