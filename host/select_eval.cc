@@ -162,6 +162,7 @@ tql::patch_t to_patch(const Match& m) {
 
 std::vector<tql::patch_t> select(const ObjectStore& store, const std::list<tql::id_t>& root_ids,
                                  const tql::pattern_t& pattern) {
+  check_pattern(pattern);
   Evaluator evaluator(store);
   std::vector<tql::patch_t> out;
   for (const tql::id_t& id : root_ids) {

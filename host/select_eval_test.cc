@@ -62,10 +62,11 @@ TEST_F(SelectRulesTest, IncomparableConditionRaisesCode11) {
   }
 }
 
-TEST_F(SelectRulesTest, ConditionWithoutPropertyIsABadRequest) {
+TEST_F(SelectRulesTest, ConditionWithoutPropertyIsABadRequestEvenWhereNothingReachesIt) {
   tql::pattern_t p = step(kCheck, 0);
   p.where.push_back(tql::condition_t{});
   EXPECT_THROW(select(w.store(), {w.id("c1")}, p), EBadRequest);
+  EXPECT_THROW(select(w.store(), {w.id("n")}, step(kNode, 0, {step(kUser, 0, {p})})), EBadRequest);
 }
 
 TEST_F(SelectRulesTest, SeveralBranchesMergeTagsFlagsAndProperties) {

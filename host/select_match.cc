@@ -8,7 +8,6 @@ namespace host {
 namespace {
 
 bool condition_holds(const StoredObject& object, const tql::condition_t& c) {
-  if (!c.prop) throw EBadRequest("A where condition of the pattern has no property");
   if (c.prop->name == kIdProperty) {
     tql::property_object_t self(kIdProperty, {object.id, {}});
     return self.compare(c.rel_op, *c.prop);
@@ -26,6 +25,16 @@ bool step_matches(const StoredObject& object, const tql::pattern_t& step) {
     if (!condition_holds(object, c)) return false;
   }
   return true;
+}
+
+void check_pattern(const tql::pattern_t& pattern) {
+  for (const tql::condition_t& c : pattern.where) {
+    if (!c.prop) {
+      throw EBadRequest("A where condition of the pattern step for class " +
+                        std::to_string(pattern.class_) + " has no property");
+    }
+  }
+  for (const tql::pattern_t& next : pattern.next) check_pattern(next);
 }
 
 }  // namespace host

@@ -12,7 +12,11 @@ namespace host {
 // (stored.compare(rel_op, value)); property 0 (`id`) stands for the object's
 // id as a property_object_t. An object without the property fails the
 // condition. Raises errors::tql_incomparable when the kinds can't be
-// compared, EBadRequest for a condition without a property.
+// compared.
 bool step_matches(const StoredObject& object, const tql::pattern_t& step);
+
+// Raises EBadRequest when a condition anywhere in the tree has no property,
+// so that a select either fails before it starts or not at all.
+void check_pattern(const tql::pattern_t& pattern);
 
 }  // namespace host
