@@ -1,0 +1,45 @@
+#include "email/encoder_streambuf.h"
+
+#include "base/error.h"
+#include "base/fatal.h"
+
+namespace email {
+
+EncoderStreambuf::EncoderStreambuf(std::ostream& target) : target_(target), buffer_(kBufferSize) {}
+
+void EncoderStreambuf::finish() {
+  if (finished_) return;
+  finished_ = true;
+  writeTail();
+  drain();
+}
+
+void EncoderStreambuf::finishQuietly() noexcept {
+  try {
+    finish();
+  } catch (...) {
+    // The target stream is in a failed state, and its owner learns of that
+    // from the stream itself.
+  }
+}
+
+char* EncoderStreambuf::reserve(std::size_t n) {
+  TAVREL_ASSERT(n <= kBufferSize, "EncoderStreambuf::reserve beyond the buffer");
+  if (length_ + n > buffer_.size()) drain();
+  return buffer_.data() + length_;
+}
+
+int EncoderStreambuf::sync() {
+  drain();
+  return 0;
+}
+
+void EncoderStreambuf::drain() {
+  if (length_ == 0) return;
+  const auto n = static_cast<std::streamsize>(length_);
+  length_ = 0;
+  target_.write(buffer_.data(), n);
+  if (!target_) throw error::ESystemError("Writing the encoded mail text failed");
+}
+
+}  // namespace email

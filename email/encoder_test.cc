@@ -1,0 +1,262 @@
+// The content encoders: exact output on the line rules, identical output for
+// bulk and per-character writes, and decoding back to the input.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <sstream>
+#include <string>
+
+#include "base/error.h"
+#include "email/encoding.h"
+
+namespace email {
+namespace {
+
+using namespace std::string_literals;
+
+// Encodes `input` with one write() per `chunk` bytes, or per character
+// through put() when `chunk` is 0.
+std::string encode(const ContentTransferEncoding& encoding, const std::string& input,
+                   std::size_t chunk = 0) {
+  std::ostringstream out;
+  {
+    auto buf = encoding.wrap(out);
+    std::ostream stream(buf.get());
+    for (std::size_t i = 0; i < input.size(); i += chunk == 0 ? 1 : chunk) {
+      if (chunk == 0) {
+        stream.put(input[i]);
+      } else {
+        stream.write(input.data() + i, std::min(chunk, input.size() - i));
+      }
+    }
+    stream.flush();
+  }
+  return out.str();
+}
+
+std::string base64(const std::string& input, std::size_t chunk = 0) {
+  return encode(base64_encoding(), input, chunk);
+}
+std::string quoted(const std::string& input, std::size_t chunk = 0) {
+  return encode(quoted_printable_encoding(), input, chunk);
+}
+
+std::string randomBytes(std::size_t n, unsigned seed) {
+  std::mt19937 gen(seed);
+  std::string s(n, '\0');
+  for (char& c : s) c = static_cast<char>(gen() & 0xff);
+  return s;
+}
+
+// Text-like bytes: mostly letters, with blanks, tabs, line ends, "=" and
+// 8-bit characters mixed in.
+std::string randomText(std::size_t n, unsigned seed) {
+  static const std::string kAlphabet = "abcdefghij   \t\t\n\n\r==.\xe9\xfc\x01~";
+  std::mt19937 gen(seed);
+  std::string s(n, '\0');
+  for (char& c : s) c = kAlphabet[gen() % kAlphabet.size()];
+  return s;
+}
+
+std::string base64Decode(const std::string& text) {
+  static const std::string kAlphabet =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string out;
+  uint32_t bits = 0;
+  int count = 0;
+  for (char c : text) {
+    const auto pos = kAlphabet.find(c);
+    if (pos == std::string::npos) continue;  // line ends and padding
+    bits = bits << 6 | static_cast<uint32_t>(pos);
+    if (++count % 4 == 0) {
+      for (int shift = 16; shift >= 0; shift -= 8) out += static_cast<char>(bits >> shift & 0xff);
+      bits = 0;
+    }
+  }
+  if (count % 4 == 2) out += static_cast<char>(bits >> 4 & 0xff);
+  if (count % 4 == 3) {
+    out += static_cast<char>(bits >> 10 & 0xff);
+    out += static_cast<char>(bits >> 2 & 0xff);
+  }
+  return out;
+}
+
+// Decodes quoted-printable text; CR LF becomes LF and soft breaks vanish.
+std::string quotedDecode(const std::string& text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text.compare(i, 3, "=\r\n") == 0) {
+      i += 2;
+    } else if (text[i] == '=') {
+      out += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
+      i += 2;
+    } else if (text.compare(i, 2, "\r\n") == 0) {
+      out += '\n';
+      i += 1;
+    } else {
+      out += text[i];
+    }
+  }
+  return out;
+}
+
+std::vector<std::string> lines(const std::string& text) {
+  std::vector<std::string> result;
+  std::size_t start = 0;
+  for (std::size_t end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2) {
+    result.push_back(text.substr(start, end - start));
+  }
+  EXPECT_EQ(start, text.size()) << "text does not end in CR LF";
+  return result;
+}
+
+TEST(Base64Streambuf, StandardVectors) {
+  EXPECT_EQ("", base64(""));
+  EXPECT_EQ("Zg==\r\n", base64("f"));
+  EXPECT_EQ("Zm8=\r\n", base64("fo"));
+  EXPECT_EQ("Zm9v\r\n", base64("foo"));
+  EXPECT_EQ("Zm9vYg==\r\n\r\n", base64("foob"));
+  EXPECT_EQ("Zm9vYmE=\r\n\r\n", base64("fooba"));
+  EXPECT_EQ("Zm9vYmFy\r\n", base64("foobar"));
+  EXPECT_EQ("/+8A\r\n", base64("\xff\xef\x00"s));
+}
+
+TEST(Base64Streambuf, LineEnds) {
+  const std::string line57(57, 'M');
+  std::string full;
+  for (int i = 0; i < 19; ++i) full += "TU1N";
+  EXPECT_EQ(full + "\r\n", base64(line57));
+  // The 58th byte starts a line that only padding ends: no empty line.
+  EXPECT_EQ(full + "\r\nTQ==\r\n", base64(line57 + "M"));
+  EXPECT_EQ(full + "\r\nTU0=\r\n", base64(line57 + "MM"));
+  // A full group before the padding leaves the line open: an empty line.
+  EXPECT_EQ(full + "\r\nTU1NTQ==\r\n\r\n", base64(line57 + "MMMM"));
+  EXPECT_EQ(full + "\r\n" + full + "\r\n", base64(line57 + line57));
+  // CR and LF are data like any other byte.
+  EXPECT_EQ("DQo=\r\n", base64("\r\n"));
+}
+
+TEST(Base64Streambuf, BulkAndPerCharacterAgreeAndDecode) {
+  for (std::size_t n : {0, 1, 2, 3, 56, 57, 58, 59, 60, 61, 1000, 70000, 200003}) {
+    const std::string data = randomBytes(n, static_cast<unsigned>(n));
+    const std::string expected = base64(data);
+    for (std::size_t chunk : {1, 2, 5, 57, 4096, 1 << 20}) {
+      ASSERT_EQ(expected, base64(data, chunk)) << n << " bytes in writes of " << chunk;
+    }
+    EXPECT_EQ(data, base64Decode(expected)) << n;
+    const auto all = lines(expected);
+    for (std::size_t i = 0; i + 1 < all.size(); ++i) {
+      // Every line but the last two (padding, empty) is exactly full.
+      if (i + 2 < all.size()) {
+        EXPECT_EQ(76u, all[i].size()) << "line " << i;
+      }
+      EXPECT_LE(all[i].size(), 76u);
+    }
+  }
+}
+
+TEST(Base64Streambuf, MixedPutAndWriteAgree) {
+  const std::string data = randomBytes(5000, 7);
+  std::mt19937 gen(3);
+  std::ostringstream out;
+  {
+    auto buf = base64_encoding().wrap(out);
+    std::ostream stream(buf.get());
+    for (std::size_t i = 0; i < data.size();) {
+      const std::size_t n = std::min<std::size_t>(gen() % 9, data.size() - i);
+      if (n == 0) {
+        stream.put(data[i++]);
+      } else {
+        stream.write(data.data() + i, static_cast<std::streamsize>(n));
+        i += n;
+      }
+    }
+  }
+  EXPECT_EQ(base64(data), out.str());
+}
+
+TEST(QuotingStreambuf, CharacterClasses) {
+  EXPECT_EQ("", quoted(""));
+  EXPECT_EQ("a=3Db=\r\n", quoted("a=b"));
+  EXPECT_EQ("caf=E9 =FC=\r\n", quoted("caf\xe9 \xfc"));
+  EXPECT_EQ("!<>~=\r\n", quoted("!<>~"));
+  EXPECT_EQ("=00=01=7F=FF=\r\n", quoted("\x00\x01\x7f\xff"s));
+  EXPECT_EQ("a  \tb=\r\n", quoted("a  \tb"));
+}
+
+TEST(QuotingStreambuf, LineEndsAndTrailingBlanks) {
+  EXPECT_EQ("a\r\nb\r\n", quoted("a\nb\n"));
+  EXPECT_EQ("a\r\nb\r\n", quoted("a\r\nb\r\n"));
+  EXPECT_EQ("ab\r\n", quoted("a\rb\n"));
+  EXPECT_EQ("a=20\r\n", quoted("a \n"));
+  EXPECT_EQ("a =09\r\n", quoted("a \t\n"));
+  EXPECT_EQ("\r\n\r\n", quoted("\n\n"));
+  // A blank at the very end is written in hex and the line closed softly.
+  EXPECT_EQ("a=20=\r\n", quoted("a "));
+}
+
+TEST(QuotingStreambuf, LineLimit) {
+  const std::string x75(75, 'x');
+  EXPECT_EQ(x75 + "\r\n", quoted(x75 + "\n"));
+  EXPECT_EQ(x75 + "=\r\ny\r\n", quoted(x75 + "y\n"));
+  // A hex piece that would pass the limit moves to the next line whole.
+  EXPECT_EQ(std::string(72, 'x') + "=3D\r\n", quoted(std::string(72, 'x') + "=\n"));
+  EXPECT_EQ(std::string(73, 'x') + "=\r\n=3D\r\n", quoted(std::string(73, 'x') + "=\n"));
+  // A held blank before the limit goes behind the soft break as it is.
+  EXPECT_EQ(x75 + "=\r\n y\r\n", quoted(x75 + " y\n"));
+  // ... and in hex before a line end, where it no longer fits either.
+  EXPECT_EQ(std::string(73, 'x') + "=\r\n=20\r\n", quoted(std::string(73, 'x') + " \n"));
+}
+
+TEST(QuotingStreambuf, BulkAndPerCharacterAgreeAndDecode) {
+  for (std::size_t n : {1, 2, 80, 1000, 70000, 300001}) {
+    const std::string text = randomText(n, static_cast<unsigned>(n));
+    const std::string expected = quoted(text);
+    for (std::size_t chunk : {1, 3, 76, 1023, 1025, 1 << 20}) {
+      ASSERT_EQ(expected, quoted(text, chunk)) << n << " bytes in writes of " << chunk;
+    }
+    std::string plain = text;
+    std::erase(plain, '\r');
+    EXPECT_EQ(plain, quotedDecode(expected)) << n;
+    for (const auto& line : lines(expected)) {
+      ASSERT_LE(line.size(), 76u);
+      if (!line.empty()) {
+        ASSERT_TRUE(line.back() != ' ' && line.back() != '\t') << line;
+      }
+    }
+  }
+  const std::string binary = randomBytes(100000, 11);
+  EXPECT_EQ(quoted(binary), quoted(binary, 4096));
+}
+
+// A target that takes nothing.
+class RefusingBuf : public std::streambuf {
+ protected:
+  int_type overflow(int_type) override { return traits_type::eof(); }
+};
+
+TEST(EncoderStreambuf, RefusedOutputRaisesOnFinish) {
+  for (const ContentTransferEncoding* encoding : {&base64_encoding(), &quoted_printable_encoding()}) {
+    RefusingBuf refusing;
+    std::ostream target(&refusing);
+    auto buf = encoding->wrap(target);
+    std::ostream stream(buf.get());
+    stream << "some text";
+    EXPECT_THROW(buf->finish(), error::ESystemError) << encoding->name();
+    buf->finish();  // a second call does nothing
+  }
+}
+
+TEST(EncoderStreambuf, RefusedOutputRaisesThroughAStreamWithBadbit) {
+  RefusingBuf refusing;
+  std::ostream target(&refusing);
+  auto buf = quoted_printable_encoding().wrap(target);
+  std::ostream stream(buf.get());
+  stream.exceptions(std::ios::badbit);
+  const std::string big(200000, 'a');
+  EXPECT_THROW(stream.write(big.data(), static_cast<std::streamsize>(big.size())),
+               error::ESystemError);
+}
+
+}  // namespace
+}  // namespace email
