@@ -1,0 +1,241 @@
+// The MIME message tree, compared byte for byte with the expected mail.
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "base/error.h"
+#include "email/encoding.h"
+#include "email/message.h"
+#include "email/mime_multipart.h"
+
+namespace email {
+namespace {
+
+const std::string kPreamble =
+    "Your email program does not understand MIME format.\r\n"
+    "You can edit your Tavrel alert path to use plain-text only,\r\n"
+    "or your could upgrade your mail reader in order to read\r\n"
+    "this mail.\r\n"
+    "\r\n";
+const std::string kMailer =
+    "X-Mailer: Tavrel Monitoring Server v.3.8.0 build 5153 on Windows NT (AMD-64)\r\n";
+
+std::unique_ptr<Address> address(const std::string& a) { return std::make_unique<Address>(a); }
+
+std::unique_ptr<MimeBody> textPart(const std::string& text, const std::string& type = "text/plain",
+                                   const std::string& fileName = "a.txt") {
+  return std::make_unique<DataMimeBody>(text.data(), static_cast<uint32_t>(text.size()), "",
+                                        fileName, type, quoted_printable_encoding());
+}
+
+// Texts kept alive for the bodies that point into them.
+const std::string kHello = "Hi = there\n";
+const std::string kPlain = "plain\n";
+const std::string kGif = "GIF";
+const std::string kX = "x";
+
+std::string render(Message& message) {
+  std::ostringstream out;
+  message.write(out);
+  return out.str();
+}
+
+// Writes fixed content and, while doing so, appends a picture to `target`,
+// as an HTML body asks for the pictures it shows.
+class AppendingBody : public UnstructuredMimeBody {
+ public:
+  explicit AppendingBody(MimeMultipart& target)
+      : UnstructuredMimeBody("text/html", quoted_printable_encoding()), target_(target) {}
+
+ protected:
+  void writeContent(std::ostream& out) override {
+    out << "<p>\n";
+    target_.addPart(std::make_unique<DataMimeBody>(kGif.data(), 3, "logo", "logo.gif",
+                                                   "image/gif", base64_encoding()));
+  }
+
+ private:
+  MimeMultipart& target_;
+};
+
+TEST(Address, LowerCaseAddressKeepsNameCase) {
+  Address a("Alice@Example.COM");
+  EXPECT_EQ("<alice@example.com>", a.toString());
+  EXPECT_EQ("alice@example.com", a.bare());
+  a.setName("Alice Smith");
+  EXPECT_EQ("Alice Smith <alice@example.com>", a.toString());
+  EXPECT_EQ("alice@example.com", a.bare());
+}
+
+TEST(Message, SinglePartByteForByte) {
+  Message m;
+  m.setFrom(std::make_unique<Address>("Tavrel Reports", "Reports@Example.COM"));
+  m.addTo(address("Alice@Example.com"));
+  m.addTo(std::make_unique<Address>("Bob", "bob@example.com"));
+  m.setSubject("Weekly report");
+  m.setHeader("Report", "7");
+  m.setHeader("Note", "a\nb\n");
+  m.setBody(textPart(kHello));
+  EXPECT_EQ(
+      "From: Tavrel Reports <reports@example.com>\r\n" + kMailer +
+          "To: <alice@example.com>, Bob <bob@example.com>\r\n"
+          "Subject: Weekly report\r\n"
+          "MIME-Version: 1.0\r\n"
+          "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n"
+          "Content-Transfer-Encoding: quoted-printable\r\n"
+          "X-Note: a\r\n\tb\r\n"
+          "X-Report: 7\r\n"
+          "\r\n"
+          "Hi =3D there\r\n"
+          "\r\n",
+      render(m));
+  EXPECT_EQ("reports@example.com", m.getFrom().bare());
+  ASSERT_EQ(2u, m.getTo().size());
+  EXPECT_EQ("bob@example.com", m.getTo()[1]->bare());
+}
+
+TEST(Message, ReplyToAndHeaderFolding) {
+  Message m;
+  m.setFrom(address("f@x"));
+  m.addTo(address("t@x"));
+  m.addReplyTo(address("r@x"));
+  m.addReplyTo(std::make_unique<Address>("Sam", "s@x"));
+  m.setSubject("S");
+  m.setHeader("A", "one\r\ntwo");
+  m.setHeader("B", "");
+  m.setBody(textPart(kX));
+  EXPECT_EQ("From: <f@x>\r\n" + kMailer +
+                "To: <t@x>\r\n"
+                "Reply-To: <r@x>, Sam <s@x>\r\n"
+                "Subject: S\r\n"
+                "MIME-Version: 1.0\r\n"
+                "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n"
+                "Content-Transfer-Encoding: quoted-printable\r\n"
+                "X-A: one\r\n\ttwo\r\n"
+                "X-B: \r\n"
+                "\r\n"
+                "x=\r\n"
+                "\r\n",
+            render(m));
+}
+
+TEST(Message, NestedMultipartsNumberedInHeaderOrderWithPartsAddedWhileWriting) {
+  auto alternative = std::make_unique<MimeMultipart>(MimeMultipart::kAlternative);
+  auto related = std::make_unique<MimeMultipart>(MimeMultipart::kRelated);
+  alternative->addPart(textPart(kPlain));
+  alternative->addPart(std::make_unique<AppendingBody>(*related));
+  related->addPart(std::move(alternative));
+  auto mixed = std::make_unique<MimeMultipart>(MimeMultipart::kMixed);
+  mixed->addPart(std::move(related));
+  mixed->addPart(textPart(kX));
+
+  Message m;
+  m.setFrom(address("f@x"));
+  m.addTo(address("t@x"));
+  m.setSubject("S");
+  m.setBody(std::move(mixed));
+  const std::string text = "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n";
+  const std::string qp = "Content-Transfer-Encoding: quoted-printable\r\n";
+  const std::string seven = "Content-Transfer-Encoding: 7bit\r\n";
+  EXPECT_EQ("From: <f@x>\r\n" + kMailer + "To: <t@x>\r\nSubject: S\r\nMIME-Version: 1.0\r\n" +
+                "Content-Type: multipart/mixed;\r\n\tboundary=\"---------_=_1.2\"\r\n" + seven +
+                "\r\n" + kPreamble +  //
+                "-----------_=_1.2\r\n" +
+                "Content-Type: multipart/related;\r\n\ttype=\"multipart/alternative\";\r\n"
+                "\tboundary=\"---------_=_1.3\"\r\n" +
+                seven + "\r\n" + kPreamble +  //
+                "-----------_=_1.3\r\n" +
+                "Content-Type: multipart/alternative;\r\n\tboundary=\"---------_=_1.4\"\r\n" +
+                seven + "\r\n" + kPreamble +  //
+                "-----------_=_1.4\r\n" + text + qp +
+                "Content-Disposition: attachment;\r\n\tfilename=\"a.txt\"\r\n"
+                "\r\nplain\r\n\r\n"
+                "-----------_=_1.4\r\n"
+                "Content-Type: text/html;\r\n\tcharset=\"iso-8859-1\"\r\n" +
+                qp + "\r\n<p>\r\n\r\n" +
+                "-----------_=_1.4--\r\n\r\n" +  //
+                "-----------_=_1.3\r\n"
+                "Content-Type: image/gif;\r\n\tcharset=\"iso-8859-1\"\r\n"
+                "Content-Transfer-Encoding: base64\r\n"
+                "Content-Disposition: attachment;\r\n\tfilename=\"logo.gif\"\r\n"
+                "Content-ID: <logo>\r\n"
+                "\r\nR0lG\r\n\r\n"
+                "-----------_=_1.3--\r\n\r\n" +  //
+                "-----------_=_1.2\r\n" + text + qp +
+                "Content-Disposition: attachment;\r\n\tfilename=\"a.txt\"\r\n"
+                "\r\nx=\r\n\r\n"
+                "-----------_=_1.2--\r\n"
+                "\r\n",
+            render(m));
+}
+
+TEST(Message, EveryMessageNumbersFromTheSameStart) {
+  for (int round = 0; round < 2; ++round) {
+    Message m;
+    m.setFrom(address("f@x"));
+    m.setBody(std::make_unique<MimeMultipart>(MimeMultipart::kRelated));
+    EXPECT_NE(std::string::npos, render(m).find("boundary=\"---------_=_1.2\"\r\n"));
+  }
+  MimeMultipart other(7);
+  int counter = 1;
+  EXPECT_EQ("multipart/xxx", other.contentType("1", counter));
+  EXPECT_EQ(2, counter);
+}
+
+// A CR or LF in subject, names, addresses or header names must never start
+// a header line of its own.
+TEST(Message, LineBreaksInHeaderTextsBecomeBlanks) {
+  Message m;
+  m.setFrom(std::make_unique<Address>("Eve\nX-Evil: 1", "f@x"));
+  m.addTo(address("t@x\r\nBcc: <b@x>"));
+  m.setSubject("Hi\r\nBcc: evil@x");
+  m.setHeader("A\nB", "v\n\r");
+  m.setBody(textPart(kX));
+  EXPECT_EQ("From: Eve X-Evil: 1 <f@x>\r\n" + kMailer +
+                "To: <t@x  bcc: <b@x>>\r\n"
+                "Subject: Hi  Bcc: evil@x\r\n"
+                "MIME-Version: 1.0\r\n"
+                "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n"
+                "Content-Transfer-Encoding: quoted-printable\r\n"
+                "X-A B: v\r\n"
+                "\r\n"
+                "x=\r\n"
+                "\r\n",
+            render(m));
+  EXPECT_EQ("t@x  bcc: <b@x>", m.getTo()[0]->bare());
+}
+
+class FailingBody : public UnstructuredMimeBody {
+ public:
+  FailingBody() : UnstructuredMimeBody("text/plain", quoted_printable_encoding()) {}
+
+ protected:
+  void writeContent(std::ostream& out) override {
+    out << "partial";
+    throw error::EParseError("content failed");
+  }
+};
+
+class RefusingBuf : public std::streambuf {
+ protected:
+  int_type overflow(int_type) override { return traits_type::eof(); }
+};
+
+TEST(Message, FailuresPassOut) {
+  Message m;
+  m.setFrom(address("f@x"));
+  m.setBody(std::make_unique<FailingBody>());
+  std::ostringstream out;
+  EXPECT_THROW(m.write(out), error::EParseError);
+
+  Message refused;
+  refused.setFrom(address("f@x"));
+  refused.setBody(textPart(kHello));
+  RefusingBuf buf;
+  std::ostream target(&buf);
+  EXPECT_THROW(refused.write(target), error::ESystemError);
+}
+
+}  // namespace
+}  // namespace email
