@@ -13,6 +13,7 @@
 #include "email/message.h"
 #include "email/smtp_dialogue.h"
 #include "email/smtp_escape_streambuf.h"
+#include "email/smtp_test_support.h"
 
 namespace email {
 namespace {
@@ -43,21 +44,6 @@ class ScriptBuf : public std::streambuf {
 class FailingBuf : public std::streambuf {
  protected:
   int_type underflow() override { throw error::ESystemError("connection reset"); }
-};
-
-struct LogLine {
-  std::string text;
-  bool isError;
-  bool operator==(const LogLine&) const = default;
-};
-std::ostream& operator<<(std::ostream& os, const LogLine& l) {
-  return os << (l.isError ? "error: " : "trace: ") << l.text;
-}
-
-class SmtpTest : public ::testing::Test {
- protected:
-  SmtpLog log = [this](const std::string& text, bool isError) { lines.push_back({text, isError}); };
-  std::vector<LogLine> lines;
 };
 
 using ReadReplyTest = SmtpTest;
@@ -111,19 +97,6 @@ TEST_F(ReadReplyTest, EndlessRepliesAreBounded) {
   EXPECT_LE(text.size(), kMaxReplyText + kMaxReplyLine + 2);
 }
 
-std::string stuffed(const std::string& text, bool perCharacter) {
-  std::ostringstream out;
-  SmtpEscapeStreambuf escape(out);
-  std::ostream data(&escape);
-  if (perCharacter) {
-    for (char c : text) data.put(c);
-  } else {
-    data.write(text.data(), static_cast<std::streamsize>(text.size()));
-  }
-  data.flush();
-  return out.str();
-}
-
 TEST(SmtpEscapeStreambuf, DotsAtLineStartsAreDoubled) {
   for (bool perCharacter : {true, false}) {
     EXPECT_EQ("..a\r\nb.c\r\n..\r\n...x\r\n", stuffed(".a\r\nb.c\r\n.\r\n..x\r\n", perCharacter));
@@ -132,32 +105,13 @@ TEST(SmtpEscapeStreambuf, DotsAtLineStartsAreDoubled) {
   std::mt19937 gen(5);
   std::string text(100000, 'a');
   for (char& c : text) c = ".\n\ra"[gen() % 4];
-  EXPECT_EQ(stuffed(text, true), stuffed(text, false));
+  EXPECT_EQ(stuffed(text, true), stuffed(text));
   // Bulk writes that end inside a line carry the line state over.
   std::ostringstream out;
   SmtpEscapeStreambuf escape(out);
   std::ostream data(&escape);
   data << "ab\r\n" << ".c" << "." << "\r\n" << ".";
   EXPECT_EQ("ab\r\n..c.\r\n..", out.str());
-}
-
-const std::string kBody = ".hidden line\nplain\n";
-
-std::unique_ptr<Message> makeMessage(std::vector<std::string> to) {
-  auto m = std::make_unique<Message>();
-  m->setFrom(std::make_unique<Address>("Reports", "Sender@Example.org"));
-  for (auto& a : to) m->addTo(std::make_unique<Address>(a));
-  m->setSubject("Test");
-  m->setBody(std::make_unique<DataMimeBody>(kBody.data(), static_cast<uint32_t>(kBody.size()), "",
-                                            "r.txt", "text/plain", quoted_printable_encoding()));
-  return m;
-}
-
-// The message as the DATA phase carries it: dot-stuffed, then the end mark.
-std::string dataOf(Message& m) {
-  std::ostringstream raw;
-  m.write(raw);
-  return stuffed(raw.str(), false) + "\r\n.\r\n";
 }
 
 using DialogueTest = SmtpTest;

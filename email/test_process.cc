@@ -53,8 +53,13 @@ BackgroundPython::~BackgroundPython() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
+// Read from /proc, as a process that has ended may stay a zombie for a
+// while when nobody reaps the orphans: it counts as ended.
 bool BackgroundPython::running() const {
-  return std::system(("kill -0 " + pid_ + " 2>/dev/null").c_str()) == 0;
+  std::ifstream stat("/proc/" + pid_ + "/stat");
+  std::string pid, command, state;
+  if (!(stat >> pid >> command >> state)) return false;
+  return state != "Z" && state != "X";
 }
 
 int BackgroundPython::port() {
