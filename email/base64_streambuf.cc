@@ -14,12 +14,6 @@ inline char* putSextets(uint32_t bits, int count, char* p) {
 
 }  // namespace
 
-Base64Streambuf::int_type Base64Streambuf::overflow(int_type c) {
-  if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
-  addByte(static_cast<unsigned char>(traits_type::to_char_type(c)));
-  return c;
-}
-
 void Base64Streambuf::addByte(unsigned char c) {
   accumulator_ = accumulator_ << 8 | c;
   if (++held_ == 3) writeGroup();
@@ -41,8 +35,7 @@ void Base64Streambuf::writeGroup() {
 // The same groups and line ends as addByte, a line at a time: first the
 // bytes that complete a group already begun, then whole groups, then the
 // rest byte by byte.
-std::streamsize Base64Streambuf::xsputn(const char* s, std::streamsize n) {
-  const auto* in = reinterpret_cast<const unsigned char*>(s);
+void Base64Streambuf::encode(const unsigned char* in, std::size_t n) {
   const auto* const end = in + n;
   while (held_ != 0 && in != end) addByte(*in++);
   while (end - in >= 3) {
@@ -67,7 +60,6 @@ std::streamsize Base64Streambuf::xsputn(const char* s, std::streamsize n) {
     commit(p);
   }
   while (in != end) addByte(*in++);
-  return n;
 }
 
 void Base64Streambuf::writeTail() {

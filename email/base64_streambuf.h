@@ -24,8 +24,7 @@ class Base64Streambuf final : public EncoderStreambuf {
   static constexpr int kLineLength = 76;
 
  protected:
-  int_type overflow(int_type c) override;
-  std::streamsize xsputn(const char* s, std::streamsize n) override;
+  void encode(const unsigned char* in, std::size_t n) override;
   void writeTail() override;
 
  private:

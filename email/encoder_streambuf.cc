@@ -29,6 +29,18 @@ char* EncoderStreambuf::reserve(std::size_t n) {
   return buffer_.data() + length_;
 }
 
+EncoderStreambuf::int_type EncoderStreambuf::overflow(int_type c) {
+  if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
+  const auto byte = static_cast<unsigned char>(traits_type::to_char_type(c));
+  encode(&byte, 1);
+  return c;
+}
+
+std::streamsize EncoderStreambuf::xsputn(const char* s, std::streamsize n) {
+  encode(reinterpret_cast<const unsigned char*>(s), static_cast<std::size_t>(n));
+  return n;
+}
+
 int EncoderStreambuf::sync() {
   drain();
   return 0;

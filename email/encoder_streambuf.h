@@ -41,6 +41,10 @@ class EncoderStreambuf : public std::streambuf {
   // a destructor must not raise. The failure shows on the target stream.
   void finishQuietly() noexcept;
 
+  // Encodes the `n` bytes at `in`, in order, into the output buffer. Both
+  // overflow() and xsputn() come here, so per-character and bulk writes
+  // give the same bytes.
+  virtual void encode(const unsigned char* in, std::size_t n) = 0;
   // Writes the held-back tail into the output buffer.
   virtual void writeTail() = 0;
 
@@ -51,6 +55,8 @@ class EncoderStreambuf : public std::streambuf {
   // written.
   void commit(char* end) { length_ = static_cast<std::size_t>(end - buffer_.data()); }
 
+  int_type overflow(int_type c) override;
+  std::streamsize xsputn(const char* s, std::streamsize n) override;
   int sync() override;
 
   static constexpr std::size_t kBufferSize = 64 * 1024;

@@ -110,30 +110,48 @@ std::vector<std::string> lines(const std::string& text) {
   return result;
 }
 
+// Pairs of input and expected output.
+using Cases = std::vector<std::pair<std::string, std::string>>;
+
+// Checks every case written a character at a time and in one piece.
+void expectEncodings(std::string (*encoder)(const std::string&, std::size_t), const Cases& cases) {
+  for (const auto& [input, expected] : cases) {
+    EXPECT_EQ(expected, encoder(input, 0)) << ::testing::PrintToString(input);
+    EXPECT_EQ(expected, encoder(input, 4096))
+        << "in one piece: " << ::testing::PrintToString(input);
+  }
+}
+
 TEST(Base64Streambuf, StandardVectors) {
-  EXPECT_EQ("", base64(""));
-  EXPECT_EQ("Zg==\r\n", base64("f"));
-  EXPECT_EQ("Zm8=\r\n", base64("fo"));
-  EXPECT_EQ("Zm9v\r\n", base64("foo"));
-  EXPECT_EQ("Zm9vYg==\r\n\r\n", base64("foob"));
-  EXPECT_EQ("Zm9vYmE=\r\n\r\n", base64("fooba"));
-  EXPECT_EQ("Zm9vYmFy\r\n", base64("foobar"));
-  EXPECT_EQ("/+8A\r\n", base64("\xff\xef\x00"s));
+  const Cases cases = {
+      {"", ""},
+      {"f", "Zg==\r\n"},
+      {"fo", "Zm8=\r\n"},
+      {"foo", "Zm9v\r\n"},
+      {"foob", "Zm9vYg==\r\n\r\n"},
+      {"fooba", "Zm9vYmE=\r\n\r\n"},
+      {"foobar", "Zm9vYmFy\r\n"},
+      {"\xff\xef\x00"s, "/+8A\r\n"},
+  };
+  expectEncodings(base64, cases);
 }
 
 TEST(Base64Streambuf, LineEnds) {
   const std::string line57(57, 'M');
   std::string full;
   for (int i = 0; i < 19; ++i) full += "TU1N";
-  EXPECT_EQ(full + "\r\n", base64(line57));
-  // The 58th byte starts a line that only padding ends: no empty line.
-  EXPECT_EQ(full + "\r\nTQ==\r\n", base64(line57 + "M"));
-  EXPECT_EQ(full + "\r\nTU0=\r\n", base64(line57 + "MM"));
-  // A full group before the padding leaves the line open: an empty line.
-  EXPECT_EQ(full + "\r\nTU1NTQ==\r\n\r\n", base64(line57 + "MMMM"));
-  EXPECT_EQ(full + "\r\n" + full + "\r\n", base64(line57 + line57));
-  // CR and LF are data like any other byte.
-  EXPECT_EQ("DQo=\r\n", base64("\r\n"));
+  const Cases cases = {
+      {line57, full + "\r\n"},
+      // The 58th byte starts a line that only padding ends: no empty line.
+      {line57 + "M", full + "\r\nTQ==\r\n"},
+      {line57 + "MM", full + "\r\nTU0=\r\n"},
+      // A full group before the padding leaves the line open: an empty line.
+      {line57 + "MMMM", full + "\r\nTU1NTQ==\r\n\r\n"},
+      {line57 + line57, full + "\r\n" + full + "\r\n"},
+      // CR and LF are data like any other byte.
+      {"\r\n", "DQo=\r\n"},
+  };
+  expectEncodings(base64, cases);
 }
 
 TEST(Base64Streambuf, BulkAndPerCharacterAgreeAndDecode) {
@@ -176,36 +194,45 @@ TEST(Base64Streambuf, MixedPutAndWriteAgree) {
 }
 
 TEST(QuotingStreambuf, CharacterClasses) {
-  EXPECT_EQ("", quoted(""));
-  EXPECT_EQ("a=3Db=\r\n", quoted("a=b"));
-  EXPECT_EQ("caf=E9 =FC=\r\n", quoted("caf\xe9 \xfc"));
-  EXPECT_EQ("!<>~=\r\n", quoted("!<>~"));
-  EXPECT_EQ("=00=01=7F=FF=\r\n", quoted("\x00\x01\x7f\xff"s));
-  EXPECT_EQ("a  \tb=\r\n", quoted("a  \tb"));
+  const Cases cases = {
+      {"", ""},
+      {"a=b", "a=3Db=\r\n"},
+      {"caf\xe9 \xfc", "caf=E9 =FC=\r\n"},
+      {"!<>~", "!<>~=\r\n"},
+      {"\x00\x01\x7f\xff"s, "=00=01=7F=FF=\r\n"},
+      {"a  \tb", "a  \tb=\r\n"},
+  };
+  expectEncodings(quoted, cases);
 }
 
 TEST(QuotingStreambuf, LineEndsAndTrailingBlanks) {
-  EXPECT_EQ("a\r\nb\r\n", quoted("a\nb\n"));
-  EXPECT_EQ("a\r\nb\r\n", quoted("a\r\nb\r\n"));
-  EXPECT_EQ("ab\r\n", quoted("a\rb\n"));
-  EXPECT_EQ("a=20\r\n", quoted("a \n"));
-  EXPECT_EQ("a =09\r\n", quoted("a \t\n"));
-  EXPECT_EQ("\r\n\r\n", quoted("\n\n"));
-  // A blank at the very end is written in hex and the line closed softly.
-  EXPECT_EQ("a=20=\r\n", quoted("a "));
+  const Cases cases = {
+      {"a\nb\n", "a\r\nb\r\n"},
+      {"a\r\nb\r\n", "a\r\nb\r\n"},
+      {"a\rb\n", "ab\r\n"},
+      {"a \n", "a=20\r\n"},
+      {"a \t\n", "a =09\r\n"},
+      {"\n\n", "\r\n\r\n"},
+      // A blank at the very end is written in hex and the line closed softly.
+      {"a ", "a=20=\r\n"},
+  };
+  expectEncodings(quoted, cases);
 }
 
 TEST(QuotingStreambuf, LineLimit) {
   const std::string x75(75, 'x');
-  EXPECT_EQ(x75 + "\r\n", quoted(x75 + "\n"));
-  EXPECT_EQ(x75 + "=\r\ny\r\n", quoted(x75 + "y\n"));
-  // A hex piece that would pass the limit moves to the next line whole.
-  EXPECT_EQ(std::string(72, 'x') + "=3D\r\n", quoted(std::string(72, 'x') + "=\n"));
-  EXPECT_EQ(std::string(73, 'x') + "=\r\n=3D\r\n", quoted(std::string(73, 'x') + "=\n"));
-  // A held blank before the limit goes behind the soft break as it is.
-  EXPECT_EQ(x75 + "=\r\n y\r\n", quoted(x75 + " y\n"));
-  // ... and in hex before a line end, where it no longer fits either.
-  EXPECT_EQ(std::string(73, 'x') + "=\r\n=20\r\n", quoted(std::string(73, 'x') + " \n"));
+  const Cases cases = {
+      {x75 + "\n", x75 + "\r\n"},
+      {x75 + "y\n", x75 + "=\r\ny\r\n"},
+      // A hex piece that would pass the limit moves to the next line whole.
+      {std::string(72, 'x') + "=\n", std::string(72, 'x') + "=3D\r\n"},
+      {std::string(73, 'x') + "=\n", std::string(73, 'x') + "=\r\n=3D\r\n"},
+      // A held blank before the limit goes behind the soft break as it is.
+      {x75 + " y\n", x75 + "=\r\n y\r\n"},
+      // ... and in hex before a line end, where it no longer fits either.
+      {std::string(73, 'x') + " \n", std::string(73, 'x') + "=\r\n=20\r\n"},
+  };
+  expectEncodings(quoted, cases);
 }
 
 TEST(QuotingStreambuf, BulkAndPerCharacterAgreeAndDecode) {
@@ -236,7 +263,8 @@ class RefusingBuf : public std::streambuf {
 };
 
 TEST(EncoderStreambuf, RefusedOutputRaisesOnFinish) {
-  for (const ContentTransferEncoding* encoding : {&base64_encoding(), &quoted_printable_encoding()}) {
+  for (const ContentTransferEncoding* encoding :
+       {&base64_encoding(), &quoted_printable_encoding()}) {
     RefusingBuf refusing;
     std::ostream target(&refusing);
     auto buf = encoding->wrap(target);

@@ -1,4 +1,6 @@
 // The MIME message tree, compared byte for byte with the expected mail.
+#include "email/message.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -6,8 +8,8 @@
 
 #include "base/error.h"
 #include "email/encoding.h"
-#include "email/message.h"
 #include "email/mime_multipart.h"
+#include "email/test_support.h"
 
 namespace email {
 namespace {
@@ -18,21 +20,21 @@ const std::string kPreamble =
     "or your could upgrade your mail reader in order to read\r\n"
     "this mail.\r\n"
     "\r\n";
+// The headers of a message whose body is a quoted-printable text.
+const std::string kTextHeaders =
+    "MIME-Version: 1.0\r\n"
+    "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n"
+    "Content-Transfer-Encoding: quoted-printable\r\n";
 const std::string kMailer =
     "X-Mailer: Tavrel Monitoring Server v.3.8.0 build 5153 on Windows NT (AMD-64)\r\n";
 
 std::unique_ptr<Address> address(const std::string& a) { return std::make_unique<Address>(a); }
 
-std::unique_ptr<MimeBody> textPart(const std::string& text, const std::string& type = "text/plain",
-                                   const std::string& fileName = "a.txt") {
-  return std::make_unique<DataMimeBody>(text.data(), static_cast<uint32_t>(text.size()), "",
-                                        fileName, type, quoted_printable_encoding());
-}
-
 // Texts kept alive for the bodies that point into them.
 const std::string kHello = "Hi = there\n";
 const std::string kPlain = "plain\n";
 const std::string kGif = "GIF";
+const std::string kParagraph = "<p>\n";
 const std::string kX = "x";
 
 std::string render(Message& message) {
@@ -41,23 +43,14 @@ std::string render(Message& message) {
   return out.str();
 }
 
-// Writes fixed content and, while doing so, appends a picture to `target`,
-// as an HTML body asks for the pictures it shows.
-class AppendingBody : public UnstructuredMimeBody {
- public:
-  explicit AppendingBody(MimeMultipart& target)
-      : UnstructuredMimeBody("text/html", quoted_printable_encoding()), target_(target) {}
-
- protected:
-  void writeContent(std::ostream& out) override {
-    out << "<p>\n";
-    target_.addPart(std::make_unique<DataMimeBody>(kGif.data(), 3, "logo", "logo.gif",
-                                                   "image/gif", base64_encoding()));
-  }
-
- private:
-  MimeMultipart& target_;
-};
+// From <f@x> to <t@x>, subject "S", with `body`.
+Message& simple(Message& m, std::unique_ptr<MimeBody> body) {
+  m.setFrom(address("f@x"));
+  m.addTo(address("t@x"));
+  m.setSubject("S");
+  m.setBody(std::move(body));
+  return m;
+}
 
 TEST(Address, LowerCaseAddressKeepsNameCase) {
   Address a("Alice@Example.COM");
@@ -76,20 +69,17 @@ TEST(Message, SinglePartByteForByte) {
   m.setSubject("Weekly report");
   m.setHeader("Report", "7");
   m.setHeader("Note", "a\nb\n");
-  m.setBody(textPart(kHello));
-  EXPECT_EQ(
-      "From: Tavrel Reports <reports@example.com>\r\n" + kMailer +
-          "To: <alice@example.com>, Bob <bob@example.com>\r\n"
-          "Subject: Weekly report\r\n"
-          "MIME-Version: 1.0\r\n"
-          "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n"
-          "Content-Transfer-Encoding: quoted-printable\r\n"
-          "X-Note: a\r\n\tb\r\n"
-          "X-Report: 7\r\n"
-          "\r\n"
-          "Hi =3D there\r\n"
-          "\r\n",
-      render(m));
+  m.setBody(textLeaf(kHello));
+  EXPECT_EQ("From: Tavrel Reports <reports@example.com>\r\n" + kMailer +
+                "To: <alice@example.com>, Bob <bob@example.com>\r\n"
+                "Subject: Weekly report\r\n" +
+                kTextHeaders +
+                "X-Note: a\r\n\tb\r\n"
+                "X-Report: 7\r\n"
+                "\r\n"
+                "Hi =3D there\r\n"
+                "\r\n",
+            render(m));
   EXPECT_EQ("reports@example.com", m.getFrom().bare());
   ASSERT_EQ(2u, m.getTo().size());
   EXPECT_EQ("bob@example.com", m.getTo()[1]->bare());
@@ -97,21 +87,16 @@ TEST(Message, SinglePartByteForByte) {
 
 TEST(Message, ReplyToAndHeaderFolding) {
   Message m;
-  m.setFrom(address("f@x"));
-  m.addTo(address("t@x"));
+  simple(m, textLeaf(kX));
   m.addReplyTo(address("r@x"));
   m.addReplyTo(std::make_unique<Address>("Sam", "s@x"));
-  m.setSubject("S");
   m.setHeader("A", "one\r\ntwo");
   m.setHeader("B", "");
-  m.setBody(textPart(kX));
   EXPECT_EQ("From: <f@x>\r\n" + kMailer +
                 "To: <t@x>\r\n"
                 "Reply-To: <r@x>, Sam <s@x>\r\n"
-                "Subject: S\r\n"
-                "MIME-Version: 1.0\r\n"
-                "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n"
-                "Content-Transfer-Encoding: quoted-printable\r\n"
+                "Subject: S\r\n" +
+                kTextHeaders +
                 "X-A: one\r\n\ttwo\r\n"
                 "X-B: \r\n"
                 "\r\n"
@@ -123,18 +108,15 @@ TEST(Message, ReplyToAndHeaderFolding) {
 TEST(Message, NestedMultipartsNumberedInHeaderOrderWithPartsAddedWhileWriting) {
   auto alternative = std::make_unique<MimeMultipart>(MimeMultipart::kAlternative);
   auto related = std::make_unique<MimeMultipart>(MimeMultipart::kRelated);
-  alternative->addPart(textPart(kPlain));
-  alternative->addPart(std::make_unique<AppendingBody>(*related));
+  alternative->addPart(textLeaf(kPlain));
+  alternative->addPart(std::make_unique<HtmlWithPicture>(*related, kParagraph, kGif, "image/gif"));
   related->addPart(std::move(alternative));
   auto mixed = std::make_unique<MimeMultipart>(MimeMultipart::kMixed);
   mixed->addPart(std::move(related));
-  mixed->addPart(textPart(kX));
+  mixed->addPart(textLeaf(kX));
 
   Message m;
-  m.setFrom(address("f@x"));
-  m.addTo(address("t@x"));
-  m.setSubject("S");
-  m.setBody(std::move(mixed));
+  simple(m, std::move(mixed));
   const std::string text = "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n";
   const std::string qp = "Content-Transfer-Encoding: quoted-printable\r\n";
   const std::string seven = "Content-Transfer-Encoding: 7bit\r\n";
@@ -153,8 +135,7 @@ TEST(Message, NestedMultipartsNumberedInHeaderOrderWithPartsAddedWhileWriting) {
                 "\r\nplain\r\n\r\n"
                 "-----------_=_1.4\r\n"
                 "Content-Type: text/html;\r\n\tcharset=\"iso-8859-1\"\r\n" +
-                qp + "\r\n<p>\r\n\r\n" +
-                "-----------_=_1.4--\r\n\r\n" +  //
+                qp + "\r\n<p>\r\n\r\n" + "-----------_=_1.4--\r\n\r\n" +  //
                 "-----------_=_1.3\r\n"
                 "Content-Type: image/gif;\r\n\tcharset=\"iso-8859-1\"\r\n"
                 "Content-Transfer-Encoding: base64\r\n"
@@ -162,7 +143,8 @@ TEST(Message, NestedMultipartsNumberedInHeaderOrderWithPartsAddedWhileWriting) {
                 "Content-ID: <logo>\r\n"
                 "\r\nR0lG\r\n\r\n"
                 "-----------_=_1.3--\r\n\r\n" +  //
-                "-----------_=_1.2\r\n" + text + qp +
+                "-----------_=_1.2\r\n" +
+                text + qp +
                 "Content-Disposition: attachment;\r\n\tfilename=\"a.txt\"\r\n"
                 "\r\nx=\r\n\r\n"
                 "-----------_=_1.2--\r\n"
@@ -191,13 +173,11 @@ TEST(Message, LineBreaksInHeaderTextsBecomeBlanks) {
   m.addTo(address("t@x\r\nBcc: <b@x>"));
   m.setSubject("Hi\r\nBcc: evil@x");
   m.setHeader("A\nB", "v\n\r");
-  m.setBody(textPart(kX));
+  m.setBody(textLeaf(kX));
   EXPECT_EQ("From: Eve X-Evil: 1 <f@x>\r\n" + kMailer +
                 "To: <t@x  bcc: <b@x>>\r\n"
-                "Subject: Hi  Bcc: evil@x\r\n"
-                "MIME-Version: 1.0\r\n"
-                "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n"
-                "Content-Transfer-Encoding: quoted-printable\r\n"
+                "Subject: Hi  Bcc: evil@x\r\n" +
+                kTextHeaders +
                 "X-A B: v\r\n"
                 "\r\n"
                 "x=\r\n"
@@ -231,7 +211,7 @@ TEST(Message, FailuresPassOut) {
 
   Message refused;
   refused.setFrom(address("f@x"));
-  refused.setBody(textPart(kHello));
+  refused.setBody(textLeaf(kHello));
   RefusingBuf buf;
   std::ostream target(&buf);
   EXPECT_THROW(refused.write(target), error::ESystemError);

@@ -1,5 +1,7 @@
 // A picture from the resource files as a mail part, byte for byte; and its
 // bytes stay those it was made with when the resource is reloaded.
+#include "email/picture_mime_body.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -9,7 +11,6 @@
 #include <sstream>
 
 #include "email/mime_multipart.h"
-#include "email/picture_mime_body.h"
 
 namespace email {
 namespace {
@@ -43,8 +44,8 @@ TEST_F(PictureMimeBodyTest, PartHeadersAndBase64Content) {
 
   // A reload of the resource after the part was made doesn't change it.
   writeFile("spacer.gif", "GIF87a-changed");
-  std::filesystem::last_write_time(dir_ / "spacer.gif", std::filesystem::file_time_type::clock::now() +
-                                                            std::chrono::hours(1));
+  std::filesystem::last_write_time(
+      dir_ / "spacer.gif", std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
   now += 3600;
   spacer.update();
   ASSERT_EQ(14u, spacer.size());

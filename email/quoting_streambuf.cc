@@ -30,7 +30,7 @@ constexpr std::array<uint8_t, 256> makeClasses() {
 constexpr std::array<uint8_t, 256> kClasses = makeClasses();
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
-// Input bytes taken per reserve() in xsputn.
+// Input bytes taken per reserve() in encode().
 constexpr std::size_t kChunk = 1024;
 
 }  // namespace
@@ -60,7 +60,7 @@ char* QuotingStreambuf::putHex(unsigned char c, char* p) {
   return p + 3;
 }
 
-char* QuotingStreambuf::encode(unsigned char c, char* p) {
+char* QuotingStreambuf::encodeByte(unsigned char c, char* p) {
   const uint8_t kind = kClasses[c];
   if (kind == kReturn) return p;
   if (kind == kNewline) {
@@ -80,22 +80,14 @@ char* QuotingStreambuf::encode(unsigned char c, char* p) {
   return kind == kLiteral ? putLiteral(c, p) : putHex(c, p);
 }
 
-QuotingStreambuf::int_type QuotingStreambuf::overflow(int_type c) {
-  if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
-  commit(encode(static_cast<unsigned char>(traits_type::to_char_type(c)), reserve(kMaxPerByte)));
-  return c;
-}
-
-std::streamsize QuotingStreambuf::xsputn(const char* s, std::streamsize n) {
-  const auto* in = reinterpret_cast<const unsigned char*>(s);
+void QuotingStreambuf::encode(const unsigned char* in, std::size_t n) {
   const auto* const end = in + n;
   while (in != end) {
     const std::size_t count = std::min<std::size_t>(kChunk, static_cast<std::size_t>(end - in));
     char* p = reserve(count * kMaxPerByte);
-    for (const auto* stop = in + count; in != stop; ++in) p = encode(*in, p);
+    for (const auto* stop = in + count; in != stop; ++in) p = encodeByte(*in, p);
     commit(p);
   }
-  return n;
 }
 
 void QuotingStreambuf::writeTail() {

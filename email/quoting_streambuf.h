@@ -29,8 +29,7 @@ class QuotingStreambuf final : public EncoderStreambuf {
   static constexpr int kLineLimit = 75;
 
  protected:
-  int_type overflow(int_type c) override;
-  std::streamsize xsputn(const char* s, std::streamsize n) override;
+  void encode(const unsigned char* in, std::size_t n) override;
   void writeTail() override;
 
  private:
@@ -39,9 +38,8 @@ class QuotingStreambuf final : public EncoderStreambuf {
   static constexpr std::size_t kMaxPerByte = 12;
 
   // Encodes one byte at `p`, which has room for kMaxPerByte characters, and
-  // gives the end of what it wrote. overflow() and xsputn() both go through
-  // here, so their output is the same.
-  inline char* encode(unsigned char c, char* p);
+  // gives the end of what it wrote.
+  inline char* encodeByte(unsigned char c, char* p);
   // Makes room on the line for `n` more characters, with a soft break when
   // they would pass the limit.
   inline char* advance(int n, char* p);

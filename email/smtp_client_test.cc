@@ -1,6 +1,8 @@
 // The SMTP client: the server setting, and whole sends over loopback to
 // scripted peers and to a real SMTP server (aiosmtpd) delivering into a
 // Maildir, whose mail Python's email package parses back.
+#include "email/smtp_client.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -10,10 +12,9 @@
 #include "base/error.h"
 #include "email/encoding.h"
 #include "email/mime_multipart.h"
-#include "email/smtp_client.h"
 #include "email/smtp_server.h"
-#include "email/smtp_test_support.h"
 #include "email/test_process.h"
+#include "email/test_support.h"
 
 namespace email {
 namespace {
@@ -71,10 +72,9 @@ const std::string kGreeting = "send 220 peer ready\\r\\n\nrecv\nsend 250 hello\\
 
 TEST_F(ScriptedPeerTest, RefusedRecipientAmongTwo) {
   auto m = makeMessage({"A@Example.org", "b@example.org"});
-  EXPECT_TRUE(sendTo(kGreeting +
-                         "send 250 sender ok\\r\\n\nrecv\nsend 250 ok\\r\\n\nrecv\n"
-                         "send 550 no such user\\r\\n\nrecv\nsend 354 go\\r\\n\ndata\n"
-                         "send 250 queued\\r\\n\nrecv\nsend 221 bye\\r\\n\nclose\n",
+  EXPECT_TRUE(sendTo(kGreeting + "send 250 sender ok\\r\\n\nrecv\nsend 250 ok\\r\\n\nrecv\n"
+                                 "send 550 no such user\\r\\n\nrecv\nsend 354 go\\r\\n\ndata\n"
+                                 "send 250 queued\\r\\n\nrecv\nsend 221 bye\\r\\n\nclose\n",
                      *m));
   EXPECT_EQ(
       "HELO tavrel.test\r\nMAIL FROM:<sender@example.org>\r\nRCPT TO:<a@example.org>\r\n"
@@ -95,9 +95,9 @@ TEST_F(ScriptedPeerTest, AllRecipientsRefused) {
                                   "send 551 no\\r\\n\nrecv\n",
                       *m));
   ASSERT_EQ(3u, lines.size());
-  EXPECT_EQ((LogLine{"Mail server \"" + server + "\" accepted none of the destinations, aborting",
-                     true}),
-            lines[2]);
+  EXPECT_EQ(
+      (LogLine{"Mail server \"" + server + "\" accepted none of the destinations, aborting", true}),
+      lines[2]);
   EXPECT_TRUE(received.ends_with("RCPT TO:<b@x>\r\n")) << received;
 }
 

@@ -1,5 +1,7 @@
 // Reply reading, dot-stuffing and the SMTP dialogue, over scripted replies
 // in memory; the dialogue's output is compared byte for byte.
+#include "email/smtp_dialogue.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -11,9 +13,8 @@
 #include "base/error.h"
 #include "email/encoding.h"
 #include "email/message.h"
-#include "email/smtp_dialogue.h"
 #include "email/smtp_escape_streambuf.h"
-#include "email/smtp_test_support.h"
+#include "email/test_support.h"
 
 namespace email {
 namespace {
@@ -110,7 +111,11 @@ TEST(SmtpEscapeStreambuf, DotsAtLineStartsAreDoubled) {
   std::ostringstream out;
   SmtpEscapeStreambuf escape(out);
   std::ostream data(&escape);
-  data << "ab\r\n" << ".c" << "." << "\r\n" << ".";
+  data << "ab\r\n"
+       << ".c"
+       << "."
+       << "\r\n"
+       << ".";
   EXPECT_EQ("ab\r\n..c.\r\n..", out.str());
 }
 
@@ -158,8 +163,7 @@ TEST_F(DialogueTest, RefusalsStopWithTheirReport) {
   const std::vector<Case> cases = {
       {"554-no\r\n554 go away\r\n", "", "\"srv\" greeted us with: 554-no; 554 go away"},
       {"", "", "\"srv\" greeted us with: "},
-      {"220 hi\r\n501 bad\r\n", "HELO h\r\n",
-       "We did send \"HELO h\", but \"srv\" said: 501 bad"},
+      {"220 hi\r\n501 bad\r\n", "HELO h\r\n", "We did send \"HELO h\", but \"srv\" said: 501 bad"},
       {"220 hi\r\n250 a\r\n553 who\r\n", "MAIL FROM:<sender@example.org>\r\n",
        "Delivery not accepted from sender <sender@example.org>, \"srv\" said: 553 who"},
       {"220 hi\r\n250 a\r\n250 b\r\n550 x\r\n550 y\r\n", "RCPT TO:<b@x>\r\n",

@@ -12,8 +12,8 @@
 #include "email/encoding.h"
 #include "email/mime_multipart.h"
 #include "email/smtp_client.h"
-#include "email/smtp_test_support.h"
 #include "email/test_process.h"
+#include "email/test_support.h"
 
 namespace email {
 namespace {
@@ -38,34 +38,11 @@ std::string pictureBytes() {
 }
 const std::string kPicture = pictureBytes();
 
-std::unique_ptr<DataMimeBody> leaf(const std::string& bytes, const std::string& id,
-                                   const std::string& type, const ContentTransferEncoding& e) {
-  return std::make_unique<DataMimeBody>(bytes.data(), static_cast<uint32_t>(bytes.size()), id,
-                                        "f", type, e);
-}
-
-// Writes its HTML and attaches the picture that the HTML shows, as the
-// report's HTML body does.
-class HtmlWithPicture : public UnstructuredMimeBody {
- public:
-  explicit HtmlWithPicture(MimeMultipart& related)
-      : UnstructuredMimeBody("text/html", quoted_printable_encoding()), related_(related) {}
-
- protected:
-  void writeContent(std::ostream& out) override {
-    out << kHtml;
-    related_.addPart(leaf(kPicture, "logo", "image/png", base64_encoding()));
-  }
-
- private:
-  MimeMultipart& related_;
-};
-
 std::unique_ptr<Message> reportLikeMessage() {
   auto related = std::make_unique<MimeMultipart>(MimeMultipart::kRelated);
   auto alternative = std::make_unique<MimeMultipart>(MimeMultipart::kAlternative);
-  alternative->addPart(leaf(kText, "", "text/plain", quoted_printable_encoding()));
-  alternative->addPart(std::make_unique<HtmlWithPicture>(*related));
+  alternative->addPart(textLeaf(kText));
+  alternative->addPart(std::make_unique<HtmlWithPicture>(*related, kHtml, kPicture));
   related->addPart(std::move(alternative));
   auto m = std::make_unique<Message>();
   m->setFrom(std::make_unique<Address>("Reports", "Sender@Example.org"));
@@ -108,15 +85,21 @@ TEST_F(MaildirTest, SendToRealServerAndParseBack) {
       "X-MailFrom: sender@example.org\n"
       "defects 0\n"
       "multipart/related Content-Transfer-Encoding=7bit\n"
-      "  preamble " + preamble + "\n"
-      "  multipart/alternative Content-Transfer-Encoding=7bit\n"
-      "    preamble " + preamble + "\n"
-      "    text/plain Content-Transfer-Encoding=quoted-printable charset=iso-8859-1\n"
-      "      'Availability 99.5 %\\n.a line that starts with a dot\\n.\\n"
-      "caf\\xe9 = ok, trailing blank \\n" + std::string(200, 'x') + "\\n'\n"
-      "    text/html Content-Transfer-Encoding=quoted-printable charset=iso-8859-1\n"
-      "      '<p>Report</p>\\n<img src=\"cid:logo\">\\n'\n"
-      "  image/png Content-ID=<logo> Content-Transfer-Encoding=base64 charset=iso-8859-1\n",
+      "  preamble " +
+          preamble +
+          "\n"
+          "  multipart/alternative Content-Transfer-Encoding=7bit\n"
+          "    preamble " +
+          preamble +
+          "\n"
+          "    text/plain Content-Transfer-Encoding=quoted-printable charset=iso-8859-1\n"
+          "      'Availability 99.5 %\\n.a line that starts with a dot\\n.\\n"
+          "caf\\xe9 = ok, trailing blank \\n" +
+          std::string(200, 'x') +
+          "\\n'\n"
+          "    text/html Content-Transfer-Encoding=quoted-printable charset=iso-8859-1\n"
+          "      '<p>Report</p>\\n<img src=\"cid:logo\">\\n'\n"
+          "  image/png Content-ID=<logo> Content-Transfer-Encoding=base64 charset=iso-8859-1\n",
       server.read("parsed"));
   EXPECT_EQ(kPicture, server.read("parts/part2"));
 }

@@ -64,17 +64,28 @@ std::string c_quoted(const std::string& text) {
   std::string out = "\"";
   for (char c : text) {
     switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
       default:
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) {
           // Three octal digits, which no following character can extend.
           const auto code = static_cast<unsigned char>(c);
           out += '\\';
-          for (int shift = 6; shift >= 0; shift -= 3) out += static_cast<char>('0' + (code >> shift & 7));
+          for (int shift = 6; shift >= 0; shift -= 3)
+            out += static_cast<char>('0' + (code >> shift & 7));
         } else {
           out += c;
         }

@@ -33,8 +33,8 @@ bool waitUntil(Done done) {
 
 }  // namespace
 
-BackgroundPython::BackgroundPython(
-    const std::string& script, std::initializer_list<std::pair<std::string, std::string>> files)
+BackgroundPython::BackgroundPython(const std::string& script,
+                                   std::initializer_list<std::pair<std::string, std::string>> files)
     : folder_(freshFolder()) {
   for (const auto& [name, content] : files) std::ofstream(folder_ / name) << content;
   const std::string f = folder_.string();

@@ -1,4 +1,4 @@
-#include "email/smtp_test_support.h"
+#include "email/test_support.h"
 
 #include <sstream>
 
@@ -9,6 +9,26 @@ namespace email {
 
 const std::string kDottedBody = ".hidden line\nplain\n";
 
+HtmlWithPicture::HtmlWithPicture(MimeMultipart& related, const std::string& html,
+                                 const std::string& picture, std::string pictureType)
+    : UnstructuredMimeBody("text/html", quoted_printable_encoding()),
+      related_(related),
+      html_(html),
+      picture_(picture),
+      pictureType_(std::move(pictureType)) {}
+
+void HtmlWithPicture::writeContent(std::ostream& out) {
+  out << html_;
+  related_.addPart(std::make_unique<DataMimeBody>(picture_.data(),
+                                                  static_cast<uint32_t>(picture_.size()), "logo",
+                                                  "logo.gif", pictureType_, base64_encoding()));
+}
+
+std::unique_ptr<DataMimeBody> textLeaf(const std::string& text) {
+  return std::make_unique<DataMimeBody>(text.data(), static_cast<uint32_t>(text.size()), "",
+                                        "a.txt", "text/plain", quoted_printable_encoding());
+}
+
 std::ostream& operator<<(std::ostream& os, const LogLine& line) {
   return os << (line.isError ? "error: " : "trace: ") << line.text;
 }
@@ -18,8 +38,7 @@ std::unique_ptr<Message> makeMessage(const std::vector<std::string>& to, const s
   m->setFrom(std::make_unique<Address>("Reports", "Sender@Example.org"));
   for (const auto& a : to) m->addTo(std::make_unique<Address>(a));
   m->setSubject("Test");
-  m->setBody(std::make_unique<DataMimeBody>(body.data(), static_cast<uint32_t>(body.size()), "",
-                                            "r.txt", "text/plain", quoted_printable_encoding()));
+  m->setBody(textLeaf(body));
   return m;
 }
 

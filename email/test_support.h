@@ -1,5 +1,6 @@
-// Shared pieces of the SMTP tests: a recorder of the client's log, a small
-// message, and the bytes that the DATA phase carries for it.
+// Shared pieces of the mail tests: a body that attaches a picture while it
+// is written, a recorder of the SMTP client's log, a small message, and the
+// bytes that the DATA phase carries for it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,9 +11,32 @@
 #include <vector>
 
 #include "email/message.h"
+#include "email/mime_multipart.h"
 #include "email/smtp_reply.h"
 
 namespace email {
+
+// An HTML body that writes `html` and, while doing so, appends a base64
+// picture of `picture` with content id "logo" to `related`, as a report's
+// HTML body attaches the pictures it shows. Both texts must outlive it.
+class HtmlWithPicture : public UnstructuredMimeBody {
+ public:
+  HtmlWithPicture(MimeMultipart& related, const std::string& html, const std::string& picture,
+                  std::string pictureType = "image/png");
+
+ protected:
+  void writeContent(std::ostream& out) override;
+
+ private:
+  MimeMultipart& related_;
+  const std::string& html_;
+  const std::string& picture_;
+  const std::string pictureType_;
+};
+
+// A quoted-printable text/plain leaf over `text`, which must outlive it,
+// with the file name "a.txt" and no content id.
+std::unique_ptr<DataMimeBody> textLeaf(const std::string& text);
 
 struct LogLine {
   std::string text;
