@@ -120,16 +120,6 @@ TEST_F(ScriptedPeerTest, ServerThatNeverAnswersTimesOut) {
   EXPECT_EQ("\"" + server + "\" greeted us with: ", lines[1].text);
 }
 
-TEST_F(ScriptedPeerTest, ServerClosesBeforeTheReplyToData) {
-  auto m = makeMessage({"a@x"});
-  EXPECT_FALSE(sendTo(kGreeting + "send 250 ok\\r\\n\nrecv\nsend 250 ok\\r\\n\nrecv\n"
-                                  "send 354 go\\r\\n\ndata\nclose\n",
-                      *m));
-  ASSERT_EQ(2u, lines.size());
-  EXPECT_EQ((LogLine{"SMTP server didn't accept data, \"" + server + "\" said: ", true}), lines[1]);
-  EXPECT_TRUE(received.ends_with("\r\n.\r\n"));
-}
-
 // The peer closes while a large message is still being sent: the write
 // fails and the failure is reported, not raised.
 TEST_F(ScriptedPeerTest, ServerClosesWhileDataIsSent) {
