@@ -58,13 +58,13 @@ class Parser {
 
   // After '<': the tag's name, its meaning, then the closing '>'.
   void tag() {
-    open_.emplace_back();
+    std::string name;
     if (next_is('/')) {
       ++pos_;
-      open_.back() = "/";
+      name += '/';
     }
-    open_.back() += letters();
-    const std::string name = open_.back();
+    name += letters();
+    open_.push_back(name);
     if (name == "b") {
       conversion_.begin_bold();
     } else if (name == "i") {
