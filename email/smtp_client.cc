@@ -1,5 +1,7 @@
 #include "email/smtp_client.h"
 
+#include <ios>
+
 #include "base/error.h"
 #include "email/smtp_dialogue.h"
 #include "email/smtp_server.h"
@@ -12,12 +14,17 @@
 namespace email {
 
 bool SmtpClient::send(Message& message) {
+  std::string failure;
   try {
     return connectAndSend(message);
   } catch (const error::Exception& e) {
-    log_("SMTP connection to " + server_ + " lost: \"" + e.text() + "\"", true);
-    return false;
+    failure = e.text();
+  } catch (const std::ios_base::failure& e) {
+    // A stream that failed without an exception of its own.
+    failure = e.what();
   }
+  log_("SMTP connection to " + server_ + " lost: \"" + failure + "\"", true);
+  return false;
 }
 
 // The stream, the socket and the connector are destroyed on every path,

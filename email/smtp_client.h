@@ -27,9 +27,11 @@ class SmtpClient {
 
   // Connects, runs the dialogue for `message` and closes the connection.
   // Gives true if the server took the message (also when some but not all
-  // recipients were refused), else false. Never raises error::Exception:
-  // every failure, from name resolution and connection to a failure of the
-  // message's own bodies while they are written, is told through `log`.
+  // recipients were refused), else false. Never raises error::Exception
+  // or std::ios_base::failure: every such failure, from name resolution and
+  // connection to a failure of the message's own bodies while they are
+  // written, is told through `log` as "SMTP connection to " server
+  // " lost: " and the quoted text.
   bool send(Message& message);
 
   // Replaces the stream time-out; tests use a short one.

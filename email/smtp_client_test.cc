@@ -135,24 +135,32 @@ TEST_F(ScriptedPeerTest, ServerClosesWhileDataIsSent) {
 }
 
 // A body that fails while it is written (a report whose data can't be
-// read) makes the send fail with a report.
+// read, or a stream of its own that failed) makes the send fail with a
+// report.
+template <typename Failure>
 class FailingBody : public UnstructuredMimeBody {
  public:
   FailingBody() : UnstructuredMimeBody("text/plain", quoted_printable_encoding()) {}
 
  protected:
-  void writeContent(std::ostream&) override { throw error::EParseError("damaged report"); }
+  void writeContent(std::ostream&) override { throw Failure("damaged report"); }
 };
 
-TEST_F(ScriptedPeerTest, BodyFailureIsReported) {
+TEST_F(ScriptedPeerTest, BodyFailuresAreReported) {
+  const std::string script = kGreeting +
+                             "send 250 ok\\r\\n\nrecv\nsend 250 ok\\r\\n\nrecv\n"
+                             "send 354 go\\r\\n\nrecv\n";
   auto m = makeMessage({"a@x"});
-  m->setBody(std::make_unique<FailingBody>());
-  EXPECT_FALSE(sendTo(kGreeting + "send 250 ok\\r\\n\nrecv\nsend 250 ok\\r\\n\nrecv\n"
-                                  "send 354 go\\r\\n\nrecv\n",
-                      *m));
+  m->setBody(std::make_unique<FailingBody<error::EParseError>>());
+  EXPECT_FALSE(sendTo(script, *m));
   ASSERT_FALSE(lines.empty());
   EXPECT_EQ((LogLine{"SMTP connection to " + server + " lost: \"damaged report\"", true}),
             lines.back());
+  m->setBody(std::make_unique<FailingBody<std::ios_base::failure>>());
+  EXPECT_FALSE(sendTo(script, *m));
+  EXPECT_TRUE(
+      lines.back().text.starts_with("SMTP connection to " + server + " lost: \"damaged report"))
+      << lines.back();
 }
 
 TEST_F(SmtpTest, ConnectionFailuresAreReported) {
