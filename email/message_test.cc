@@ -43,11 +43,13 @@ std::string render(Message& message) {
   return out.str();
 }
 
-// From <f@x> to <t@x>, subject "S", with `body`.
-Message& simple(Message& m, std::unique_ptr<MimeBody> body) {
-  m.setFrom(address("f@x"));
-  m.addTo(address("t@x"));
-  m.setSubject("S");
+// From `from` to `to`, with `subject` and `body`.
+Message& simple(Message& m, std::unique_ptr<MimeBody> body,
+                std::unique_ptr<Address> from = address("f@x"), const std::string& to = "t@x",
+                const std::string& subject = "S") {
+  m.setFrom(std::move(from));
+  m.addTo(address(to));
+  m.setSubject(subject);
   m.setBody(std::move(body));
   return m;
 }
@@ -63,13 +65,11 @@ TEST(Address, LowerCaseAddressKeepsNameCase) {
 
 TEST(Message, SinglePartByteForByte) {
   Message m;
-  m.setFrom(std::make_unique<Address>("Tavrel Reports", "Reports@Example.COM"));
-  m.addTo(address("Alice@Example.com"));
+  simple(m, textLeaf(kHello), std::make_unique<Address>("Tavrel Reports", "Reports@Example.COM"),
+         "Alice@Example.com", "Weekly report");
   m.addTo(std::make_unique<Address>("Bob", "bob@example.com"));
-  m.setSubject("Weekly report");
   m.setHeader("Report", "7");
   m.setHeader("Note", "a\nb\n");
-  m.setBody(textLeaf(kHello));
   EXPECT_EQ("From: Tavrel Reports <reports@example.com>\r\n" + kMailer +
                 "To: <alice@example.com>, Bob <bob@example.com>\r\n"
                 "Subject: Weekly report\r\n" +
@@ -169,11 +169,9 @@ TEST(Message, EveryMessageNumbersFromTheSameStart) {
 // a header line of its own.
 TEST(Message, LineBreaksInHeaderTextsBecomeBlanks) {
   Message m;
-  m.setFrom(std::make_unique<Address>("Eve\nX-Evil: 1", "f@x"));
-  m.addTo(address("t@x\r\nBcc: <b@x>"));
-  m.setSubject("Hi\r\nBcc: evil@x");
+  simple(m, textLeaf(kX), std::make_unique<Address>("Eve\nX-Evil: 1", "f@x"), "t@x\r\nBcc: <b@x>",
+         "Hi\r\nBcc: evil@x");
   m.setHeader("A\nB", "v\n\r");
-  m.setBody(textLeaf(kX));
   EXPECT_EQ("From: Eve X-Evil: 1 <f@x>\r\n" + kMailer +
                 "To: <t@x  bcc: <b@x>>\r\n"
                 "Subject: Hi  Bcc: evil@x\r\n" +
