@@ -8,6 +8,7 @@
 #include "io/pipe_stream.h"
 #include "io/selector.h"
 #include "io/test_streams.h"
+#include "io/timer.h"
 
 namespace io {
 namespace {
@@ -135,6 +136,25 @@ TEST_F(PipeStreamTest, NewHandleClearsTheFault) {
   testing::write_all(*out, "second");
   out->close();
   EXPECT_EQ("firstsecond", testing::read_to_end(fresh));
+}
+
+TEST(PipeOStreamTest, DescriptorGivenWhileOnASelectorIsServed) {
+  PipeOStream late("late", -1);
+  char* space = nullptr;
+  ASSERT_EQ(kStreamBufferSize, late.writeBegin(space));
+  space[0] = 'k';
+  late.writeCommit(1);
+  Timer timer(Timer::due_in(std::chrono::milliseconds(20)));
+  Selector<int> selector;
+  selector.add(late, 1);
+  selector.add(timer, 2);
+  EXPECT_EQ(2, selector.poll().second);  // Nowhere to write to yet.
+  selector.remove(timer);
+  DescriptorPair fds = create_pipe();
+  PipeIStream in("in", fds.first);
+  late.set_handle(fds.second);
+  EXPECT_EQ(1, selector.poll().second);
+  EXPECT_EQ("k", testing::read_some(in, 10));
 }
 
 using PipeStreamDeathTest = PipeStreamTest;

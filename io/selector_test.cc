@@ -56,6 +56,13 @@ TEST(TimerTest, FutureTimerNeverComesBackEarly) {
   EXPECT_GE(MonotonicClock::now(), timer.when());
 }
 
+TEST(TimerTest, DeadlinesSaturate) {
+  EXPECT_EQ(kNoDeadline, Timer::due_in(kInfinite));
+  EXPECT_EQ(kNoDeadline, Timer::due_in(kInfinite - std::chrono::microseconds(1)));
+  TimePoint now = MonotonicClock::now();
+  EXPECT_EQ(now + milliseconds(5), add_saturated(now, milliseconds(5)));
+}
+
 TEST(SelectorTest, NonBlockingPollThrowsAndSelectorStaysUsable) {
   Pipe pipe("idle");
   Selector<int> selector;
@@ -177,6 +184,17 @@ TEST(StackedTest, UnderlyingReadinessReachesTheFront) {
   selector.add(other, 1);
   EXPECT_THROW(selector.poll_nonblocking(), ENotReady);
   EXPECT_EQ(1, layer.calls);
+}
+
+TEST(StackedTest, FrontReadyAtAddComesOutWithoutWaiting) {
+  Pipe pipe("below");
+  Layer layer(*pipe.in);
+  layer.seen = "earlier";
+  Layer::Front front(layer);
+  Selector<int> selector;
+  selector.add(front, 4);
+  EXPECT_EQ(4, selector.poll_nonblocking().second);
+  EXPECT_EQ(0, layer.calls);  // The pipe had nothing to say.
 }
 
 TEST(StackedTest, BackMayDropUnderlyingWhileCalled) {

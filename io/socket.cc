@@ -20,7 +20,8 @@ const StreamTexts kSocketOutputTexts = {
     "Overcommit in Socket_OStream", false,
     "Too large transmission in Socket_OStream",
     "Unsolicited callback in Socket_OStream",
-    "Invalid socket in Socket_OStream callback"};
+    // The output's completion fails with the same words as the input's.
+    "Invalid socket in Socket_IStream callback"};
 
 // Takes the connected socket out of the connector's state, or raises why
 // there is none.
@@ -31,6 +32,10 @@ int take_socket(SocketConnector& connector) {
     throw EConnection("Error connecting to " +
                       endpoint_text(state.address, state.port) + ": " +
                       system_error_text(status));
+  // A second socket from one connector is a programming error; caught here
+  // rather than in the destructor of a socket without descriptor.
+  TAVREL_ASSERT(state.socket >= 0,
+                "Socket already taken from " + name_of(connector));
   int fd = state.socket;
   state.socket = -1;
   return adopt_nonblocking(fd);

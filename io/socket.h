@@ -87,7 +87,9 @@ class Socket : public Passable, private Socket_Stream_Base {
  public:
   // Takes the socket of a connector whose thread has ended. Raises
   // io::EConnection "Error connecting to " + address + ":" + port + ": " +
-  // the system's text when the connection failed (or isn't done yet).
+  // the system's text when the connection failed (or isn't done yet). A
+  // second socket from the same connector is the fatal assertion "Socket
+  // already taken from " + the connector's name.
   explicit Socket(SocketConnector& connector);
   // Takes ownership of a connected socket descriptor, e.g. one end of
   // create_socket_pair(); `name` serves messages.

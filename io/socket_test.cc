@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <memory>
 
 #include "base/error.h"
@@ -11,6 +12,7 @@
 #include "io/socket.h"
 #include "io/socket_address.h"
 #include "io/test_streams.h"
+#include "io/timer.h"
 
 namespace io {
 namespace {
@@ -47,6 +49,48 @@ TEST(SocketTest, LoopbackConnectionCarriesBothWays) {
   } catch (const EEndOfStream& e) {
     EXPECT_EQ("EOS from 127.0.0.1:" + port, e.text());
   }
+}
+
+// The threads of this process, from /proc/self/status.
+int thread_count() {
+  std::ifstream status("/proc/self/status");
+  std::string line;
+  while (std::getline(status, line))
+    if (line.rfind("Threads:", 0) == 0) return std::stoi(line.substr(8));
+  return -1;
+}
+
+// Waits up to 5 s for the process to have `n` threads; returns the count.
+// A connector's thread signals before it returns, so it may linger a moment.
+int settle_threads(int n) {
+  TimePoint give_up = Timer::due_in(seconds(5));
+  while (thread_count() != n && MonotonicClock::now() < give_up) {
+    Timer pause(Timer::due_in(std::chrono::milliseconds(1)));
+    waitReady(pause);
+  }
+  return thread_count();
+}
+
+TEST(SocketTest, OnlyTheConnectorStartsAThreadAndItEnds) {
+  // Earlier connectors' threads are gone too: the process is single-threaded.
+  ASSERT_EQ(1, settle_threads(1));
+  Listener listener(loopback_address(), 0);
+  SocketConnector connector(loopback_address(), listener.port());
+  waitReady(connector, seconds(10));
+  Socket client(connector);
+  std::unique_ptr<Socket> server = accept_one(listener);
+  testing::write_all(client.output(), "ping");
+  EXPECT_EQ("ping", testing::read_some(server->input(), 10));
+  EXPECT_EQ(1, settle_threads(1));
+}
+
+TEST(SocketDeathTest, SecondSocketFromOneConnectorIsFatal) {
+  Listener listener(loopback_address(), 0);
+  SocketConnector connector(loopback_address(), listener.port());
+  waitReady(connector, seconds(10));
+  Socket first(connector);
+  EXPECT_DEATH(Socket second(connector),
+               "Assertion failed: Socket already taken from SocketConnector");
 }
 
 TEST(SocketTest, RefusedConnectionShowsOnlyAtTheSocket) {
