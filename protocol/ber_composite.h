@@ -1,0 +1,137 @@
+// The shapes of the catalogue's composite types, on which the generated
+// classes stand:
+//
+//   Sequence<Self, Base>: fixed fields in order (messages, bodies, choice
+//     alternatives). Self provides kTagCurrent, kTagLegacy, kWords,
+//     write_fields(), compare_fields(), element() and required_elements().
+//   ListOf<Self, Kind>: a list of elements of one field kind (ber_fields.h),
+//     tagged as a SEQUENCE.
+//   SetOf<Self, Kind>: a set of plain values, tagged as a SET; written in the
+//     set's own (ascending) order, duplicates read once.
+//
+// Lists and sets either own their container or target a field of a bigger
+// value (see ber_target.h). Constructed values are written with the
+// indefinite length.
+#pragma once
+
+#include <list>
+#include <set>
+#include <string>
+
+#include "protocol/ber_compare.h"
+#include "protocol/ber_encoding.h"
+#include "protocol/ber_fields.h"
+#include "protocol/ber_target.h"
+#include "protocol/ber_value.h"
+
+namespace protocol {
+
+// Clone, tag, names, comparison and write() of a composite class Self whose
+// tags are Self::kTagCurrent / Self::kTagLegacy and whose words in error
+// texts are Self::kWords + "_CURRENT" / "_LEGACY".
+template <class Self, class Base>
+class Composite : public Base {
+ public:
+  static constexpr uint32_t tag_of(bool legacy) {
+    return legacy ? Self::kTagLegacy : Self::kTagCurrent;
+  }
+  static std::string words(bool legacy) {
+    return std::string(Self::kWords) + (legacy ? "_LEGACY" : "_CURRENT");
+  }
+
+  std::unique_ptr<BerValue> clone() const override { return std::make_unique<Self>(self()); }
+  uint32_t tag(bool legacy) const override { return tag_of(legacy); }
+  std::string tag_name(bool legacy) const override { return words(legacy); }
+  int compare(const BerValue& other) const override {
+    const Self* o = same_class(self(), other);
+    return o ? self().compare_fields(*o) : this->compare_classes(other);
+  }
+  void write(BerOutput& out, bool legacy) const override {
+    open_constructed(out, tag(legacy));
+    self().write_fields(out, legacy);
+    close_constructed(out);
+  }
+
+ protected:
+  const Self& self() const { return static_cast<const Self&>(*this); }
+};
+
+template <class Self, class Base = BerConstructed>
+class Sequence : public Composite<Self, Base> {
+ public:
+  bool open_ended() const override { return false; }
+};
+
+template <class Self, class Kind>
+class ListOf : public Composite<Self, BerConstructed> {
+ public:
+  using native_type = std::list<typename Kind::native>;
+  static constexpr uint32_t kTagCurrent = BE_SEQ_CURRENT;
+  static constexpr uint32_t kTagLegacy = BE_SEQ_LEGACY;
+
+  ListOf() = default;
+  explicit ListOf(native_type* target) : values_(target) {}
+
+  native_type& values() { return values_.value(); }
+  const native_type& values() const { return values_.value(); }
+
+  BerValue* element(uint32_t index, uint32_t tag, bool legacy) override {
+    this->note_element(index);
+    values().emplace_back();
+    return Kind::fill(values().back(), tag, legacy, this->slot());
+  }
+  uint32_t required_elements() const override { return 0; }
+  bool open_ended() const override { return true; }
+
+  void write_fields(BerOutput& out, bool legacy) const {
+    for (const auto& value : values()) Kind::write(out, legacy, value, "(*it)");
+  }
+  int compare_fields(const Self& other) const { return compare_field(values(), other.values()); }
+
+ private:
+  Target<native_type> values_;
+};
+
+template <class Self, class Kind>
+class SetOf : public Composite<Self, BerConstructed> {
+ public:
+  using native_type = std::set<typename Kind::native>;
+  static constexpr uint32_t kTagCurrent = BE_SET_CURRENT;
+  static constexpr uint32_t kTagLegacy = BE_SET_LEGACY;
+
+  SetOf() = default;
+  explicit SetOf(native_type* target) : values_(target) {}
+
+  native_type& values() { return values_.value(); }
+  const native_type& values() const { return values_.value(); }
+
+  // An element is read into a pending value and goes into the set when the
+  // next element starts or the set is done.
+  BerValue* element(uint32_t index, uint32_t tag, bool legacy) override {
+    this->note_element(index);
+    flush();
+    pending_ = typename Kind::native{};
+    has_pending_ = true;
+    return Kind::fill(pending_, tag, legacy, this->slot());
+  }
+  void readDone() override { flush(); }
+  uint32_t required_elements() const override { return 0; }
+  bool open_ended() const override { return true; }
+
+  void write_fields(BerOutput& out, bool legacy) const {
+    for (const auto& value : values()) Kind::write(out, legacy, value, "(*it)");
+  }
+  int compare_fields(const Self& other) const { return compare_field(values(), other.values()); }
+
+ private:
+  void flush() {
+    if (has_pending_) values().insert(std::move(pending_));
+    has_pending_ = false;
+  }
+
+  Target<native_type> values_;
+  typename Kind::native pending_{};
+  bool has_pending_ = false;
+};
+
+}  // namespace protocol
