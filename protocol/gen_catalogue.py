@@ -249,6 +249,7 @@ def main():
         sys.exit(__doc__)
     cat = Catalogue(parse(sys.argv[1]))
     os.makedirs(sys.argv[2], exist_ok=True)
+    sys.dont_write_bytecode = True  # Keep the source tree clean.
     import gen_samples
     outputs = {
         "catalogue.h": lambda f: write_header(cat, f),
