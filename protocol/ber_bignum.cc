@@ -11,7 +11,9 @@ void BerBigNum::readDone() {
 }
 
 void BerBigNum::write(BerOutput& out, bool) const {
-  std::vector<uint8_t> content(4 * value().used());
+  // Never an empty buffer: bn_get_data moves bytes even for 0, and a null
+  // buffer there is undefined behaviour.
+  std::vector<uint8_t> content(4 * value().used() + 4);
   size_t size = content.size();
   value().bn_get_data(content.data(), size);
   if (size > kMaxLength) {

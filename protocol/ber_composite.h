@@ -62,24 +62,19 @@ class Sequence : public Composite<Self, Base> {
   bool open_ended() const override { return false; }
 };
 
-template <class Self, class Kind>
-class ListOf : public Composite<Self, BerConstructed> {
+// What lists and sets share: the container, owned or targeted, its order
+// and its writing. Native: the standard container of Kind::native values.
+template <class Self, class Kind, class Native>
+class Container : public Composite<Self, BerConstructed> {
  public:
-  using native_type = std::list<typename Kind::native>;
-  static constexpr uint32_t kTagCurrent = BE_SEQ_CURRENT;
-  static constexpr uint32_t kTagLegacy = BE_SEQ_LEGACY;
+  using native_type = Native;
 
-  ListOf() = default;
-  explicit ListOf(native_type* target) : values_(target) {}
+  Container() = default;
+  explicit Container(native_type* target) : values_(target) {}
 
   native_type& values() { return values_.value(); }
   const native_type& values() const { return values_.value(); }
 
-  BerValue* element(uint32_t index, uint32_t tag, bool legacy) override {
-    this->note_element(index);
-    values().emplace_back();
-    return Kind::fill(values().back(), tag, legacy, this->slot());
-  }
   uint32_t required_elements() const override { return 0; }
   bool open_ended() const override { return true; }
 
@@ -93,17 +88,30 @@ class ListOf : public Composite<Self, BerConstructed> {
 };
 
 template <class Self, class Kind>
-class SetOf : public Composite<Self, BerConstructed> {
+class ListOf : public Container<Self, Kind, std::list<typename Kind::native>> {
  public:
-  using native_type = std::set<typename Kind::native>;
+  static constexpr uint32_t kTagCurrent = BE_SEQ_CURRENT;
+  static constexpr uint32_t kTagLegacy = BE_SEQ_LEGACY;
+  using ListOf::Container::Container;
+
+  BerValue* element(uint32_t index, uint32_t tag, bool legacy) override {
+    this->note_element(index);
+    this->values().emplace_back();
+    try {
+      return Kind::fill(this->values().back(), tag, legacy, this->slot());
+    } catch (...) {
+      this->values().pop_back();  // No empty element stays behind.
+      throw;
+    }
+  }
+};
+
+template <class Self, class Kind>
+class SetOf : public Container<Self, Kind, std::set<typename Kind::native>> {
+ public:
   static constexpr uint32_t kTagCurrent = BE_SET_CURRENT;
   static constexpr uint32_t kTagLegacy = BE_SET_LEGACY;
-
-  SetOf() = default;
-  explicit SetOf(native_type* target) : values_(target) {}
-
-  native_type& values() { return values_.value(); }
-  const native_type& values() const { return values_.value(); }
+  using SetOf::Container::Container;
 
   // An element is read into a pending value and goes into the set when the
   // next element starts or the set is done.
@@ -115,21 +123,13 @@ class SetOf : public Composite<Self, BerConstructed> {
     return Kind::fill(pending_, tag, legacy, this->slot());
   }
   void readDone() override { flush(); }
-  uint32_t required_elements() const override { return 0; }
-  bool open_ended() const override { return true; }
-
-  void write_fields(BerOutput& out, bool legacy) const {
-    for (const auto& value : values()) Kind::write(out, legacy, value, "(*it)");
-  }
-  int compare_fields(const Self& other) const { return compare_field(values(), other.values()); }
 
  private:
   void flush() {
-    if (has_pending_) values().insert(std::move(pending_));
+    if (has_pending_) this->values().insert(std::move(pending_));
     has_pending_ = false;
   }
 
-  Target<native_type> values_;
   typename Kind::native pending_{};
   bool has_pending_ = false;
 };

@@ -81,35 +81,29 @@ struct UintOrNullField {
   static BerValue* fill(native& v, uint32_t tag, bool legacy, ElementSlot& slot);
 };
 
-// A pointer to a composite value of a fixed class T (or of a choice base
-// whose T::make picks the class by tag).
+// A pointer to a composite value: of a fixed class T (SeqField) or of a
+// choice base B whose B::make picks the class by tag (ChoiceField).
 template <class T>
-void write_owned(BerOutput& out, bool legacy, const Owned<T>& v, const char* what) {
-  TAVREL_ASSERT(v, std::string(what) + " is NULL during BER write");
-  v->write(out, legacy);
-}
-
-template <class T>
-struct SeqField {
+struct OwnedField {
   using native = Owned<T>;
   static void write(BerOutput& out, bool legacy, const native& v, const char* what) {
-    write_owned(out, legacy, v, what);
+    TAVREL_ASSERT(v, std::string(what) + " is NULL during BER write");
+    v->write(out, legacy);
   }
-  static BerValue* fill(native& v, uint32_t tag, bool legacy, ElementSlot&) {
+};
+
+template <class T>
+struct SeqField : OwnedField<T> {
+  static BerValue* fill(Owned<T>& v, uint32_t tag, bool legacy, ElementSlot&) {
     if (tag != T::tag_of(legacy)) tag_mismatch(tag, T::words(legacy));
     v = Owned<T>(std::make_unique<T>());
     return v.get();
   }
 };
 
-// B: a choice base; B::make(tag, legacy) builds the alternative or raises.
 template <class B>
-struct ChoiceField {
-  using native = Owned<B>;
-  static void write(BerOutput& out, bool legacy, const native& v, const char* what) {
-    write_owned(out, legacy, v, what);
-  }
-  static BerValue* fill(native& v, uint32_t tag, bool legacy, ElementSlot&) {
+struct ChoiceField : OwnedField<B> {
+  static BerValue* fill(Owned<B>& v, uint32_t tag, bool legacy, ElementSlot&) {
     v = B::make(tag, legacy);
     return v.get();
   }

@@ -33,8 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } catch (const protocol::EBer&) {
     return 0;
   }
-  // A message can hold pointer fields that the peer left out (the last ones
-  // of a sequence are optional only in Rule, so this reads everything set).
+  // Every pointer field is required, so a message that reads can be written.
   std::vector<uint8_t> first = write(*message, legacy);
   std::unique_ptr<protocol::BerConstructed> again = read(first.data(), first.size(), legacy);
   std::vector<uint8_t> second = write(*again, legacy);
