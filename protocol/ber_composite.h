@@ -62,12 +62,14 @@ class Sequence : public Composite<Self, Base> {
   bool open_ended() const override { return false; }
 };
 
-// What lists and sets share: the container, owned or targeted, its order
-// and its writing. Native: the standard container of Kind::native values.
-template <class Self, class Kind, class Native>
+// What lists and sets share: the container, owned or targeted, its tags,
+// order and writing. Native: the standard container of Kind::native values.
+template <class Self, class Kind, class Native, uint32_t Current, uint32_t Legacy>
 class Container : public Composite<Self, BerConstructed> {
  public:
   using native_type = Native;
+  static constexpr uint32_t kTagCurrent = Current;
+  static constexpr uint32_t kTagLegacy = Legacy;
 
   Container() = default;
   explicit Container(native_type* target) : values_(target) {}
@@ -88,10 +90,9 @@ class Container : public Composite<Self, BerConstructed> {
 };
 
 template <class Self, class Kind>
-class ListOf : public Container<Self, Kind, std::list<typename Kind::native>> {
+class ListOf : public Container<Self, Kind, std::list<typename Kind::native>, BE_SEQ_CURRENT,
+                                 BE_SEQ_LEGACY> {
  public:
-  static constexpr uint32_t kTagCurrent = BE_SEQ_CURRENT;
-  static constexpr uint32_t kTagLegacy = BE_SEQ_LEGACY;
   using ListOf::Container::Container;
 
   BerValue* element(uint32_t index, uint32_t tag, bool legacy) override {
@@ -107,10 +108,9 @@ class ListOf : public Container<Self, Kind, std::list<typename Kind::native>> {
 };
 
 template <class Self, class Kind>
-class SetOf : public Container<Self, Kind, std::set<typename Kind::native>> {
+class SetOf : public Container<Self, Kind, std::set<typename Kind::native>, BE_SET_CURRENT,
+                                BE_SET_LEGACY> {
  public:
-  static constexpr uint32_t kTagCurrent = BE_SET_CURRENT;
-  static constexpr uint32_t kTagLegacy = BE_SET_LEGACY;
   using SetOf::Container::Container;
 
   // An element is read into a pending value and goes into the set when the
