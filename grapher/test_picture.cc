@@ -46,3 +46,33 @@ int Picture::countInColumn(int x, int colour) const {
 }
 
 }  // namespace grapher::testing
+
+#include "grapher/gd_canvas.h"
+#include "grapher/graph.h"
+
+namespace grapher::testing {
+
+Picture drawn(const Graph& graph, int32_t zone) {
+  GDCanvasFactory factory;
+  graph.draw(factory, timeZoneValue(zone));
+  return Picture(factory.getCanvas().pngBytes());
+}
+
+}  // namespace grapher::testing
+
+namespace grapher::testing {
+
+ContinuousSeries series(const std::vector<std::pair<int64_t, double>>& points) {
+  ContinuousSeries s;
+  s.segments.emplace_back();
+  for (const auto& [time, value] : points) {
+    s.segments.back().push_back({time, value, value, value, 0});
+    s.minimum = std::min(s.minimum, value);
+    s.maximum = std::max(s.maximum, value);
+    s.sum += value;
+    s.count += 1;
+  }
+  return s;
+}
+
+}  // namespace grapher::testing

@@ -30,3 +30,31 @@ class Picture {
 };
 
 }  // namespace grapher::testing
+
+#include "base/zone.h"
+
+namespace grapher {
+class Graph;
+}
+
+namespace grapher::testing {
+
+// Draws `graph` on a GDCanvas in `zone` (GMT by default) and decodes the PNG.
+Picture drawn(const Graph& graph, int32_t zone = 0);
+
+}  // namespace grapher::testing
+
+#include <utility>
+
+#include "grapher/series.h"
+
+namespace grapher::testing {
+
+// 2026-01-01 00:00:00 GMT, a Thursday.
+inline constexpr int64_t kNewYear = 1767225600;
+
+// A one-segment series of (time, value) samples with min = avg = max and
+// statistics as stored data would give them.
+ContinuousSeries series(const std::vector<std::pair<int64_t, double>>& points);
+
+}  // namespace grapher::testing
