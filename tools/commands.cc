@@ -3,6 +3,7 @@
 namespace tools {
 
 std::vector<Command> tavml_commands();
+std::vector<Command> chart_commands();
 
 // Each group declares its table here; the groups are defined in their files.
 std::vector<Command> units_commands();
@@ -11,7 +12,8 @@ std::vector<Command> time_commands();
 const std::vector<Command>& commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list;
-    for (auto group : {units_commands, time_commands, tavml_commands}) {
+    for (auto group : {units_commands, time_commands, tavml_commands,
+                       chart_commands}) {
       for (const Command& c : group()) list.push_back(c);
     }
     return list;
