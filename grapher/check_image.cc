@@ -136,6 +136,7 @@ int32_t chartKind(const tql::patch_t& graphObject) {
 }
 
 void convertSeries(ContinuousSeries& series, const Unit& display) {
+  if (series.unit == display) return;  // Nothing to convert.
   const Unit from = series.unit;
   auto to = [&](double& v) { v = convertValue(from, v, display); };
   for (auto& segment : series.segments) {
