@@ -22,9 +22,8 @@ std::vector<tsdb::interval_ptr> records() {
   const int64_t step = kDay / kRecords;
   for (int i = 0; i < kRecords; ++i) {
     const float v = static_cast<float>(50 + 30 * std::sin(i / 12.0));
-    out.emplace_back(std::make_unique<tsdb::data_interval_continuous_t>(
-        tsdb::continuous_fields{kStart + i * step, kStart + (i + 1) * step,
-                                v * 0.8f, v, v * 1.2f, 10, 0}));
+    out.emplace_back(std::make_unique<tsdb::data_interval_continuous_t>(tsdb::continuous_fields{
+        kStart + i * step, kStart + (i + 1) * step, v * 0.8f, v, v * 1.2f, 10, 0}));
   }
   return out;
 }
@@ -32,15 +31,14 @@ std::vector<tsdb::interval_ptr> records() {
 const tql::patch_t& graphObject() {
   static const tql::patch_t object = [] {
     tql::patch_t o;
-    o.set_property(tql::make_property<22>(grapher::graph_property::kUnit,
-                                          std::string("\x11\x01", 2)));
+    o.set_property(
+        tql::make_property<22>(grapher::graph_property::kUnit, std::string("\x11\x01", 2)));
     return o;
   }();
   return object;
 }
 
-void drawChart(grapher::CanvasFactory& factory,
-               const std::vector<tsdb::interval_ptr>& data) {
+void drawChart(grapher::CanvasFactory& factory, const std::vector<tsdb::interval_ptr>& data) {
   grapher::Graph graph(grapher::kPlot, kStart, kStart + kDay);
   grapher::generate_check_image(graph, graphObject(), tsdb::kContinuous, data);
   graph.draw(factory, timeZoneValue(0));
@@ -51,8 +49,7 @@ void BM_ChartFramework(benchmark::State& state) {
   size_t bytes = 0;
   for (auto _ : state) {
     grapher::Graph graph(grapher::kPlot, kStart, kStart + kDay);
-    grapher::generate_check_image(graph, graphObject(), tsdb::kContinuous,
-                                  data);
+    grapher::generate_check_image(graph, graphObject(), tsdb::kContinuous, data);
     const std::vector<uint8_t> png = grapher::chartPng(graph, timeZoneValue(0));
     bytes = png.size();
     benchmark::DoNotOptimize(png.data());

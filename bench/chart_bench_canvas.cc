@@ -9,17 +9,14 @@
 
 namespace bench {
 
-grapher::CellSize RecordingFactory::fontSize(int font) const {
-  return grapher::fontCell(font);
-}
+grapher::CellSize RecordingFactory::fontSize(int font) const { return grapher::fontCell(font); }
 
 void RecordingFactory::makeCanvas(int w, int h) {
   width = w;
   height = h;
 }
 
-void RecordingFactory::fillPolygon(const std::vector<grapher::Point>& points,
-                                   int colour) {
+void RecordingFactory::fillPolygon(const std::vector<grapher::Point>& points, int colour) {
   calls.push_back({CanvasCall::kPolygon, 0, 0, 0, 0, colour, 0, {}, points});
 }
 void RecordingFactory::line(int x1, int y1, int x2, int y2, int colour) {
@@ -28,15 +25,13 @@ void RecordingFactory::line(int x1, int y1, int x2, int y2, int colour) {
 void RecordingFactory::dashedLine(int x1, int y1, int x2, int y2, int colour) {
   calls.push_back({CanvasCall::kDashed, x1, y1, x2, y2, colour, 0, {}, {}});
 }
-void RecordingFactory::text(int font, int x, int y, const std::string& s,
-                            int colour) {
+void RecordingFactory::text(int font, int x, int y, const std::string& s, int colour) {
   calls.push_back({CanvasCall::kText, x, y, 0, 0, colour, font, s, {}});
 }
 void RecordingFactory::circle(int cx, int cy, int diameter, int colour) {
   calls.push_back({CanvasCall::kCircle, cx, cy, diameter, 0, colour, 0, {}, {}});
 }
-void RecordingFactory::fillRectangle(int x1, int y1, int x2, int y2,
-                                     int colour) {
+void RecordingFactory::fillRectangle(int x1, int y1, int x2, int y2, int colour) {
   calls.push_back({CanvasCall::kRectangle, x1, y1, x2, y2, colour, 0, {}, {}});
 }
 
@@ -58,8 +53,7 @@ size_t replayOnGd(const RecordingFactory& recorded) {
           points[i].x = c.points[i].x;
           points[i].y = c.points[i].y;
         }
-        gdImageFilledPolygon(im, points.data(), static_cast<int>(points.size()),
-                             colour);
+        gdImageFilledPolygon(im, points.data(), static_cast<int>(points.size()), colour);
         break;
       case CanvasCall::kLine:
         gdImageLine(im, c.x1, c.y1, c.x2, c.y2, colour);
@@ -69,9 +63,8 @@ size_t replayOnGd(const RecordingFactory& recorded) {
         break;
       case CanvasCall::kText:
         text = c.text;
-        gdImageString(im, c.font == 0 ? gdFontGetSmall() : gdFontGetTiny(),
-                      c.x1, c.y1, reinterpret_cast<unsigned char*>(text.data()),
-                      colour);
+        gdImageString(im, c.font == 0 ? gdFontGetSmall() : gdFontGetTiny(), c.x1, c.y1,
+                      reinterpret_cast<unsigned char*>(text.data()), colour);
         break;
       case CanvasCall::kCircle:
         gdImageArc(im, c.x1, c.y1, c.x2, c.x2, 0, 360, colour);

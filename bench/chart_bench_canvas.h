@@ -19,8 +19,7 @@ struct CanvasCall {
   std::vector<grapher::Point> points;
 };
 
-class RecordingFactory : public grapher::CanvasFactory,
-                         private grapher::Canvas {
+class RecordingFactory : public grapher::CanvasFactory, private grapher::Canvas {
  public:
   grapher::CellSize fontSize(int font) const override;
   void makeCanvas(int width, int height) override;
@@ -31,8 +30,7 @@ class RecordingFactory : public grapher::CanvasFactory,
   std::vector<CanvasCall> calls;
 
  private:
-  void fillPolygon(const std::vector<grapher::Point>& points,
-                   int colour) override;
+  void fillPolygon(const std::vector<grapher::Point>& points, int colour) override;
   void line(int x1, int y1, int x2, int y2, int colour) override;
   void dashedLine(int x1, int y1, int x2, int y2, int colour) override;
   void text(int font, int x, int y, const std::string& s, int colour) override;

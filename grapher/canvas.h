@@ -41,8 +41,7 @@ class Canvas {
   virtual CellSize fontSize(int font) const = 0;
   // Single-byte characters; (x, y) is the top left corner of the first cell.
   // An unknown font draws nothing.
-  virtual void text(int font, int x, int y, const std::string& s,
-                    int colour) = 0;
+  virtual void text(int font, int x, int y, const std::string& s, int colour) = 0;
   // A full circle outline of `diameter`, centred on (cx, cy).
   virtual void circle(int cx, int cy, int diameter, int colour) = 0;
   // Filled, both corners inclusive; x2 < x1 or y2 < y1 draws nothing.

@@ -16,11 +16,11 @@ TEST(Palette, EntriesTheChartsRelyOn) {
   EXPECT_EQ(255, kPalette[kBackground].red);
   EXPECT_EQ(255, kPalette[kBackground].blue);
   EXPECT_EQ(53, kPalette[kAlertBand].green);
-  EXPECT_EQ(203, kPalette[14].blue);   // line 0
-  EXPECT_EQ(240, kPalette[22].blue);   // enum state colour 0
-  EXPECT_EQ(0, kPalette[53].red);      // enum state colour 31: 0, 160, 0
+  EXPECT_EQ(203, kPalette[14].blue);  // line 0
+  EXPECT_EQ(240, kPalette[22].blue);  // enum state colour 0
+  EXPECT_EQ(0, kPalette[53].red);     // enum state colour 31: 0, 160, 0
   EXPECT_EQ(160, kPalette[53].green);
-  EXPECT_EQ(0, kPalette[63].green);    // spare
+  EXPECT_EQ(0, kPalette[63].green);  // spare
 }
 
 TEST(Palette, ColourIndexesStayInThePalette) {
@@ -105,12 +105,10 @@ TEST(GDCanvasFactory, MakesOneCanvasOfTheSize) {
 
 TEST(GDCanvasFactoryDeathTest, MisuseIsAnAssertion) {
   GDCanvasFactory empty;
-  EXPECT_DEATH(empty.getCanvas(),
-               "Assertion failed: getCanvas invoked before makeCanvas");
+  EXPECT_DEATH(empty.getCanvas(), "Assertion failed: getCanvas invoked before makeCanvas");
   GDCanvasFactory twice;
   twice.makeCanvas(2, 2);
-  EXPECT_DEATH(twice.makeCanvas(2, 2),
-               "Assertion failed: makeCanvas invoked twice");
+  EXPECT_DEATH(twice.makeCanvas(2, 2), "Assertion failed: makeCanvas invoked twice");
 }
 
 }  // namespace

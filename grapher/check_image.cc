@@ -65,8 +65,7 @@ Unit unitOf(const tql::patch_t& object, int32_t number) {
 // The fields of each record, which must be of class N; raises
 // error::EFatal `failure` when one isn't.
 template <int32_t N, class Fields>
-std::vector<Fields> fieldsOf(const std::vector<tsdb::interval_ptr>& records,
-                             const char* failure) {
+std::vector<Fields> fieldsOf(const std::vector<tsdb::interval_ptr>& records, const char* failure) {
   using Record = tsdb::interval_kind_t<N, Fields>;
   std::vector<Fields> out;
   for (const tsdb::interval_ptr& r : records) {
@@ -80,8 +79,7 @@ std::vector<Fields> fieldsOf(const std::vector<tsdb::interval_ptr>& records,
 void addUptime(Graph& graph, const std::vector<tsdb::interval_ptr>& records) {
   std::vector<UptimeInterval> runs;
   for (const tsdb::continuous_fields& r :
-       fieldsOf<2, tsdb::continuous_fields>(
-           records, "Tried to cast to uptime. Error.")) {
+       fieldsOf<2, tsdb::continuous_fields>(records, "Tried to cast to uptime. Error.")) {
     runs.push_back({r.start, r.end});
   }
   graph.addUptimeLine(runs, "");
@@ -89,8 +87,7 @@ void addUptime(Graph& graph, const std::vector<tsdb::interval_ptr>& records) {
 
 void addEnum(Graph& graph, const tql::patch_t& object,
              const std::vector<tsdb::interval_ptr>& records) {
-  const auto fields = fieldsOf<3, tsdb::enum_fields>(
-      records, "Tried to cast to enum. Error.");
+  const auto fields = fieldsOf<3, tsdb::enum_fields>(records, "Tried to cast to enum. Error.");
   EnumSeries series;
   const std::string colours = bytesOf(object, gp::kStateColors).value_or("");
   // Masks have 32 bits: letters past state 31 name no state.
@@ -109,11 +106,9 @@ void addEnum(Graph& graph, const tql::patch_t& object,
 }
 
 void addContinuous(Graph& graph, const tql::patch_t& object,
-                   const std::vector<tsdb::interval_ptr>& records,
-                   SampleForm form, const char* failure, const Unit& stored,
-                   const Unit& display) {
-  const auto fields =
-      fieldsOf<2, tsdb::continuous_fields>(records, failure);
+                   const std::vector<tsdb::interval_ptr>& records, SampleForm form,
+                   const char* failure, const Unit& stored, const Unit& display) {
+  const auto fields = fieldsOf<2, tsdb::continuous_fields>(records, failure);
   ContinuousSeries primary;
   primary.unit = stored;
   ContinuousSeries secondary = primary;
@@ -131,8 +126,7 @@ void addContinuous(Graph& graph, const tql::patch_t& object,
 }  // namespace
 
 int32_t chartKind(const tql::patch_t& graphObject) {
-  return numberOr(graphObject, gp::kGraphTabularUptime, 0) != 0 ? kTabular
-                                                                : kPlot;
+  return numberOr(graphObject, gp::kGraphTabularUptime, 0) != 0 ? kTabular : kPlot;
 }
 
 void convertSeries(ContinuousSeries& series, const Unit& display) {
@@ -146,28 +140,24 @@ void convertSeries(ContinuousSeries& series, const Unit& display) {
       to(s.max);
     }
   }
-  for (double* v : {&series.warnIfBelow, &series.warnIfAbove,
-                    &series.alertIfBelow, &series.alertIfAbove,
-                    &series.plotMin, &series.plotMax, &series.minimum,
-                    &series.maximum, &series.sum}) {
+  for (double* v :
+       {&series.warnIfBelow, &series.warnIfAbove, &series.alertIfBelow, &series.alertIfAbove,
+        &series.plotMin, &series.plotMax, &series.minimum, &series.maximum, &series.sum}) {
     to(*v);
   }
   series.unit = display;
 }
 
-void generate_check_image(Graph& graph, const tql::patch_t& graphObject,
-                          int32_t dataType,
+void generate_check_image(Graph& graph, const tql::patch_t& graphObject, int32_t dataType,
                           const std::vector<tsdb::interval_ptr>& records) {
   const Unit stored = unitOf(graphObject, gp::kUnit);
-  Unit display = present(graphObject, gp::kPreferredUnit)
-                     ? unitOf(graphObject, gp::kPreferredUnit)
-                     : stored;
+  Unit display =
+      present(graphObject, gp::kPreferredUnit) ? unitOf(graphObject, gp::kPreferredUnit) : stored;
   if (auto binary = numberOf(graphObject, gp::kPreferredBinary)) {
     display.setBinary(*binary != 0);
   }
   graph.setShowMinMax(numberOr(graphObject, gp::kGraphShowMinMax, 0) != 0);
-  graph.setShowNoResponse(
-      numberOr(graphObject, gp::kGraphShowNoResponse, 0) != 0);
+  graph.setShowNoResponse(numberOr(graphObject, gp::kGraphShowNoResponse, 0) != 0);
   switch (dataType) {
     case tsdb::kUptime:
       addUptime(graph, records);

@@ -46,8 +46,7 @@ int32_t chartKind(const tql::patch_t& graphObject);
 // continous. Error." for a record of the wrong class, and
 // error::EParseError for a damaged unit blob. Any other data type is the
 // fatal assertion "Got unknown dataset type N in generate_check_image".
-void generate_check_image(Graph& graph, const tql::patch_t& graphObject,
-                          int32_t dataType,
+void generate_check_image(Graph& graph, const tql::patch_t& graphObject, int32_t dataType,
                           const std::vector<tsdb::interval_ptr>& records);
 
 // Converts every value of `series` (samples, thresholds, plot range,

@@ -17,8 +17,8 @@ using testing::kNewYear;
 using testing::Picture;
 namespace gp = graph_property;
 
-tsdb::continuous_fields rec(int64_t start, int64_t end, float avg = 1,
-                            uint32_t ngood = 1, uint32_t nbad = 0) {
+tsdb::continuous_fields rec(int64_t start, int64_t end, float avg = 1, uint32_t ngood = 1,
+                            uint32_t nbad = 0) {
   return {start, end, avg, avg, avg, ngood, nbad};
 }
 
@@ -44,14 +44,11 @@ std::string cut(const std::vector<tsdb::continuous_fields>& records) {
 
 TEST(FindContiguous, CutOnlyWhereTheSilenceIsWiderThanBothNeighbours) {
   // Gaps 10, 30, 10: 30 is more than 2.5 x 10 on both sides.
-  EXPECT_EQ("[0 10 20 30][60 70 80 90]",
-            cut({rec(0, 10), rec(20, 30), rec(60, 70), rec(80, 90)}));
+  EXPECT_EQ("[0 10 20 30][60 70 80 90]", cut({rec(0, 10), rec(20, 30), rec(60, 70), rec(80, 90)}));
   // Gaps 10, 25, 10: 25 is not more than 25.
-  EXPECT_EQ("[0 10 20 30 55 65 75 85]",
-            cut({rec(0, 10), rec(20, 30), rec(55, 65), rec(75, 85)}));
+  EXPECT_EQ("[0 10 20 30 55 65 75 85]", cut({rec(0, 10), rec(20, 30), rec(55, 65), rec(75, 85)}));
   // A steady rhythm stays one run, whatever the gap.
-  EXPECT_EQ("[0 10 1000 1010 2000 2010]",
-            cut({rec(0, 10), rec(1000, 1010), rec(2000, 2010)}));
+  EXPECT_EQ("[0 10 1000 1010 2000 2010]", cut({rec(0, 10), rec(1000, 1010), rec(2000, 2010)}));
   // Two records: the one gap has no neighbours and always cuts.
   EXPECT_EQ("[0 10][10 20]", cut({rec(0, 10), rec(10, 20)}));
   EXPECT_EQ("", cut({}));
@@ -67,11 +64,10 @@ TEST(FindContiguous, PointsAndDamagedRecords) {
 TEST(FindContiguous, PlainAndRisingSamplesAndStatistics) {
   ContinuousSeries plain;
   findContiguous(plain,
-                 {{0, 10, 2, 3, 4, 2, 2}, {20, 30, -1, 5, 9, 1, 0},
-                  {40, 40, -3, -2, 7, 0, 0}},
+                 {{0, 10, 2, 3, 4, 2, 2}, {20, 30, -1, 5, 9, 1, 0}, {40, 40, -3, -2, 7, 0, 0}},
                  SampleForm::kPlain);
-  EXPECT_EQ(3, plain.count);          // records without good ones add none
-  EXPECT_DOUBLE_EQ(11, plain.sum);    // 2 x 3 + 1 x 5
+  EXPECT_EQ(3, plain.count);           // records without good ones add none
+  EXPECT_DOUBLE_EQ(11, plain.sum);     // 2 x 3 + 1 x 5
   EXPECT_DOUBLE_EQ(2, plain.minimum);  // min 2; of a negative min the avg 5
   EXPECT_DOUBLE_EQ(9, plain.maximum);
   ASSERT_EQ(1u, plain.segments.size());
@@ -187,9 +183,7 @@ TEST(GenerateCheckImage, EnumClassesAndLabelsFromTheStateColours) {
   const EnumSeries& s = g.enumGroups.at(0).lines.at(0).primary;
   EXPECT_EQ((std::map<int, int>{{0, 0}, {1, 2}, {2, 1}}), s.classes);
   EXPECT_EQ((std::map<int, std::string>{{0, "up"}, {2, "slow"}}), s.labels);
-  EXPECT_EQ("[" + std::to_string(kNewYear) + " " +
-                std::to_string(kNewYear + 60) + "]",
-            runs(s));
+  EXPECT_EQ("[" + std::to_string(kNewYear) + " " + std::to_string(kNewYear + 60) + "]", runs(s));
 }
 
 TEST(GenerateCheckImage, UptimeAndWrongRecordClasses) {
@@ -214,12 +208,11 @@ TEST(GenerateCheckImage, UptimeAndWrongRecordClasses) {
     }
   }
   Graph h(kPlot, kNewYear, kNewYear + 86400);
-  EXPECT_THROW(generate_check_image(h, Object().patch, tsdb::kEnum,
-                                    continuousRecords({rec(0, 1)})),
+  EXPECT_THROW(generate_check_image(h, Object().patch, tsdb::kEnum, continuousRecords({rec(0, 1)})),
                error::EFatal);
-  EXPECT_THROW(generate_check_image(h, Object().blob(gp::kUnit, "\x11").patch,
-                                    tsdb::kContinuous, {}),
-               error::EParseError);
+  EXPECT_THROW(
+      generate_check_image(h, Object().blob(gp::kUnit, "\x11").patch, tsdb::kContinuous, {}),
+      error::EParseError);
   EXPECT_DEATH(generate_check_image(h, Object().patch, 7, {}),
                "Got unknown dataset type 7 in generate_check_image");
 }
@@ -227,8 +220,7 @@ TEST(GenerateCheckImage, UptimeAndWrongRecordClasses) {
 TEST(ChartKind, TabularWhenSetAndNotZero) {
   EXPECT_EQ(kPlot, chartKind(Object().patch));
   EXPECT_EQ(kPlot, chartKind(Object().uint(gp::kGraphTabularUptime, 0).patch));
-  EXPECT_EQ(kTabular,
-            chartKind(Object().uint(gp::kGraphTabularUptime, 1).patch));
+  EXPECT_EQ(kTabular, chartKind(Object().uint(gp::kGraphTabularUptime, 1).patch));
 }
 
 TEST(ChartPng, NoRecordsDrawTheFixedAxis) {

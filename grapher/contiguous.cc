@@ -23,18 +23,16 @@ double gapBetween(const Record& a, const Record& b) {
 // Walks the records, appending each with `append` to the last segment of
 // `segments` and opening a new segment at every wide gap.
 template <class Record, class Segments, class Append>
-void cutRuns(const std::vector<Record>& records, Segments& segments,
-             Append append) {
+void cutRuns(const std::vector<Record>& records, Segments& segments, Append append) {
   if (records.empty()) return;
   segments.emplace_back();
   for (size_t i = 0; i < records.size(); ++i) {
     append(records[i], segments.back());
     if (i + 1 == records.size()) break;
     const double gap = gapBetween(records[i], records[i + 1]);
-    const bool wideBefore =
-        i == 0 || gap > 2.5 * gapBetween(records[i - 1], records[i]);
-    const bool wideAfter = i + 2 >= records.size() ||
-                           gap > 2.5 * gapBetween(records[i + 1], records[i + 2]);
+    const bool wideBefore = i == 0 || gap > 2.5 * gapBetween(records[i - 1], records[i]);
+    const bool wideAfter =
+        i + 2 >= records.size() || gap > 2.5 * gapBetween(records[i + 1], records[i + 2]);
     if (wideBefore && wideAfter) segments.emplace_back();
   }
 }
@@ -49,8 +47,7 @@ double failedShare(uint32_t ngood, uint32_t nbad) {
 void takeStatistics(ContinuousSeries& s, const tsdb::continuous_fields& r) {
   if (r.ngood == 0) return;
   const int64_t count = int64_t{s.count} + r.ngood;
-  s.count = static_cast<int32_t>(
-      std::min<int64_t>(count, std::numeric_limits<int32_t>::max()));
+  s.count = static_cast<int32_t>(std::min<int64_t>(count, std::numeric_limits<int32_t>::max()));
   s.sum += static_cast<double>(r.ngood) * r.avg;
   if (r.min >= 0) {
     s.minimum = std::min<double>(s.minimum, r.min);
@@ -62,12 +59,10 @@ void takeStatistics(ContinuousSeries& s, const tsdb::continuous_fields& r) {
 
 }  // namespace
 
-void findContiguous(EnumSeries& series,
-                    const std::vector<tsdb::enum_fields>& records) {
+void findContiguous(EnumSeries& series, const std::vector<tsdb::enum_fields>& records) {
   cutRuns(records, series.segments,
           [](const tsdb::enum_fields& r, std::vector<EnumSample>& segment) {
-            const EnumSample sample{r.start, r.mask,
-                                    failedShare(r.ngood, r.nbad)};
+            const EnumSample sample{r.start, r.mask, failedShare(r.ngood, r.nbad)};
             segment.push_back(sample);
             if (endOf(r) != r.start) {
               segment.push_back({endOf(r), sample.states, sample.unknown});
@@ -75,25 +70,24 @@ void findContiguous(EnumSeries& series,
           });
 }
 
-void findContiguous(ContinuousSeries& series,
-                    const std::vector<tsdb::continuous_fields>& records,
+void findContiguous(ContinuousSeries& series, const std::vector<tsdb::continuous_fields>& records,
                     SampleForm form) {
-  cutRuns(records, series.segments,
-          [&series, form](const tsdb::continuous_fields& r,
-                          std::vector<ContinuousSample>& segment) {
-            takeStatistics(series, r);
-            const double nr = failedShare(r.ngood, r.nbad);
-            const int64_t end = endOf(r);
-            if (end == r.start) {
-              segment.push_back({r.start, r.min, r.avg, r.max, nr});
-            } else if (form == SampleForm::kRising) {
-              segment.push_back({r.start, r.min, r.min, r.max, nr});
-              segment.push_back({end, r.min, r.max, r.max, nr});
-            } else {
-              segment.push_back({r.start, r.min, r.avg, r.max, nr});
-              segment.push_back({end, r.min, r.avg, r.max, nr});
-            }
-          });
+  cutRuns(
+      records, series.segments,
+      [&series, form](const tsdb::continuous_fields& r, std::vector<ContinuousSample>& segment) {
+        takeStatistics(series, r);
+        const double nr = failedShare(r.ngood, r.nbad);
+        const int64_t end = endOf(r);
+        if (end == r.start) {
+          segment.push_back({r.start, r.min, r.avg, r.max, nr});
+        } else if (form == SampleForm::kRising) {
+          segment.push_back({r.start, r.min, r.min, r.max, nr});
+          segment.push_back({end, r.min, r.max, r.max, nr});
+        } else {
+          segment.push_back({r.start, r.min, r.avg, r.max, nr});
+          segment.push_back({end, r.min, r.avg, r.max, nr});
+        }
+      });
 }
 
 }  // namespace grapher

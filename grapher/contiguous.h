@@ -26,10 +26,8 @@ enum class SampleForm {
 // as a point at its start, overlapping records count as touching, and a
 // record with no measurements at all counts as one without answer
 // (noResponse 1). Never raise.
-void findContiguous(EnumSeries& series,
-                    const std::vector<tsdb::enum_fields>& records);
-void findContiguous(ContinuousSeries& series,
-                    const std::vector<tsdb::continuous_fields>& records,
+void findContiguous(EnumSeries& series, const std::vector<tsdb::enum_fields>& records);
+void findContiguous(ContinuousSeries& series, const std::vector<tsdb::continuous_fields>& records,
                     SampleForm form);
 
 }  // namespace grapher

@@ -18,8 +18,7 @@ struct LegendTexts {
   std::string max;
 };
 
-LegendTexts legendTexts(const ContinuousSeries& series, const Unit& unit,
-                        bool small) {
+LegendTexts legendTexts(const ContinuousSeries& series, const Unit& unit, bool small) {
   if (series.maximum < series.minimum) {
     return {"Min: N/A", "Avg: N/A", "Max: N/A"};
   }
@@ -43,8 +42,7 @@ void Graph::ContinuousPart::drawLegend(int y, Canvas& canvas) const {
       const AxisEntry& axis = axes_[entry.axis];
       const int colour = lineColour(i);
       const int m = yl + h / 2;
-      canvas.fillRectangle(axis.keyX, yl, axis.keyX + axis.keyWidth - 1,
-                           yl + h - 1, kPlotArea);
+      canvas.fillRectangle(axis.keyX, yl, axis.keyX + axis.keyWidth - 1, yl + h - 1, kPlotArea);
       canvas.line(axis.keyX + 4, m, axis.keyX + axis.keyWidth - 5, m, colour);
       canvas.circle(axis.keyX + axis.keyWidth / 2, m, 4, colour);
     }
@@ -72,8 +70,7 @@ void Graph::ContinuousPart::drawLegendTexts(const LegendEntry& entry, int yl,
   if (!single && !entry.name.empty()) {
     const int room = (firstX - left_ - 4) / w - 1;
     if (room >= 3) {
-      canvas.text(context_.font, left_ + 4, yl,
-                  tavml::dot_string_width(entry.name, room), kText);
+      canvas.text(context_.font, left_ + 4, yl, tavml::dot_string_width(entry.name, room), kText);
     }
   }
 }

@@ -30,14 +30,11 @@ void widenByAverages(const ContinuousSeries& series, double& lo, double& hi) {
 }
 
 // The value of grid line i of n, counted from the top.
-double gridValue(const PlotScale& s, int i, int n) {
-  return s.max - (s.max - s.min) * i / n;
-}
+double gridValue(const PlotScale& s, int i, int n) { return s.max - (s.max - s.min) * i / n; }
 
 }  // namespace
 
-Graph::ContinuousPart::ContinuousPart(const GraphContext& context,
-                                      const XAxisPart& xAxis,
+Graph::ContinuousPart::ContinuousPart(const GraphContext& context, const XAxisPart& xAxis,
                                       const std::deque<ContinuousGroup>& groups)
     : GraphPart(context), xAxis_(xAxis), groups_(groups) {
   const bool single = singleLine();
@@ -45,8 +42,7 @@ Graph::ContinuousPart::ContinuousPart(const GraphContext& context,
   for (const ContinuousGroup& group : groups) {
     AxisEntry axis{&group, kInfinity, -kInfinity, {}, 0};
     for (const ContinuousLine& line : group.lines) {
-      legend_.push_back({&line.primary, line.name,
-                         static_cast<int>(axes_.size())});
+      legend_.push_back({&line.primary, line.name, static_cast<int>(axes_.size())});
       double lo = kInfinity;
       double hi = -kInfinity;
       if (single && graph_.showMinMax) {
@@ -63,8 +59,7 @@ Graph::ContinuousPart::ContinuousPart(const GraphContext& context,
       axis.high = std::max(axis.high, hi);
     }
     candidates.emplace_back();
-    findDivisions(firstLineUnit(group).isBinary(), axis.low, axis.high,
-                  candidates.back());
+    findDivisions(firstLineUnit(group).isBinary(), axis.low, axis.high, candidates.back());
     axes_.push_back(axis);
   }
   const CommonScale common = chooseCommonScale(candidates);
@@ -74,12 +69,10 @@ Graph::ContinuousPart::ContinuousPart(const GraphContext& context,
     AxisEntry& axis = axes_[a];
     axis.scale.min = common.perGroup[a].min;
     axis.scale.max = common.perGroup[a].max;
-    const ValueFormatter format(axisUnitOf(a), axis.scale.min,
-                                axis.scale.max);
+    const ValueFormatter format(axisUnitOf(a), axis.scale.min, axis.scale.max);
     size_t width = format.unitText().size();
     for (int i = 0; i <= divisions_; ++i) {
-      width = std::max(width,
-                       format.text(gridValue(axis.scale, i, divisions_)).size());
+      width = std::max(width, format.text(gridValue(axis.scale, i, divisions_)).size());
     }
     axis.labelWidth = static_cast<int>(width);
   }
@@ -135,9 +128,8 @@ void Graph::ContinuousPart::draw(int y, Canvas& canvas) {
     if (graph_.showNoResponse) drawNoResponse(place, series);
   } else {
     const int bottom = s.top + s.height;
-    canvas.fillPolygon(
-        {{left_, s.top}, {left_, bottom}, {right, bottom}, {right, s.top}},
-        kPlotArea);
+    canvas.fillPolygon({{left_, s.top}, {left_, bottom}, {right, bottom}, {right, s.top}},
+                       kPlotArea);
   }
   drawGrid(canvas);
   drawAxes(canvas);
@@ -172,10 +164,8 @@ void Graph::ContinuousPart::drawThresholdBands(Canvas& canvas) const {
     if (it->first > s.max) continue;
     const int yk = it->first < s.min ? plotBottom : s.yOf(it->first);
     TAVREL_ASSERT(yk >= s.top && yk <= plotBottom,
-                  "Y out of range: " + std::to_string(yk) + ", " +
-                      std::to_string(s.max) + " > " +
-                      std::to_string(it->first) + " > " +
-                      std::to_string(s.min));
+                  "Y out of range: " + std::to_string(yk) + ", " + std::to_string(s.max) + " > " +
+                      std::to_string(it->first) + " > " + std::to_string(s.min));
     canvas.fillRectangle(left_, yc, right, yk - 1, it->second);
     yc = yk;
     if (yc >= plotBottom) break;
@@ -233,8 +223,7 @@ void Graph::ContinuousPart::drawAxes(Canvas& canvas) {
   }
 }
 
-void Graph::ContinuousPart::drawAxisLabels(size_t a, int axisX,
-                                           Canvas& canvas) const {
+void Graph::ContinuousPart::drawAxisLabels(size_t a, int axisX, Canvas& canvas) const {
   const AxisEntry& axis = axes_[a];
   const PlotScale& s = axis.scale;
   const int h = context_.charHeight;
@@ -261,8 +250,7 @@ void Graph::ContinuousPart::drawAxisLabels(size_t a, int axisX,
     } else {
       canvas.line(axisX, yy, axisX + 2, yy, kAxis);
       if (i == n && a + 1 < axes_.size()) {
-        canvas.line(len * w + axisX + 4, yy,
-                    (axis.labelWidth + 1) * w + axisX + 5, yy, kAxis);
+        canvas.line(len * w + axisX + 4, yy, (axis.labelWidth + 1) * w + axisX + 5, yy, kAxis);
       }
     }
     canvas.text(context_.font, textX(label), yy - h / 2, label, kText);

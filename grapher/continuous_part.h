@@ -19,10 +19,10 @@ class Graph::ContinuousPart : public Graph::GraphPart {
   // One value axis per group.
   struct AxisEntry {
     const ContinuousGroup* group;
-    double low;        // The data range.
+    double low;  // The data range.
     double high;
-    PlotScale scale;   // The chosen min..max; rows are set by draw().
-    int labelWidth;    // In characters.
+    PlotScale scale;  // The chosen min..max; rows are set by draw().
+    int labelWidth;   // In characters.
     int keyX = 0;
     int keyWidth = 0;
   };

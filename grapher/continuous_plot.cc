@@ -18,16 +18,15 @@ namespace {
 
 enum class End { kOpening, kClosing };
 
-using PairFunction =
-    std::function<void(const ContinuousSample&, const ContinuousSample&)>;
+using PairFunction = std::function<void(const ContinuousSample&, const ContinuousSample&)>;
 using EndFunction = std::function<void(const ContinuousSample&, End)>;
 using SkipTest = std::function<bool(const ContinuousSample&)>;
 
 // Walks every segment, joining consecutive samples with `pair` and marking
 // the ends of each run with `end`. A sample that `skip` refuses closes the
 // run before it.
-void plotRuns(const ContinuousSeries& series, const SkipTest& skip,
-              const PairFunction& pair, const EndFunction& end) {
+void plotRuns(const ContinuousSeries& series, const SkipTest& skip, const PairFunction& pair,
+              const EndFunction& end) {
   for (const std::vector<ContinuousSample>& segment : series.segments) {
     const ContinuousSample* previous = nullptr;
     for (const ContinuousSample& sample : segment) {
@@ -73,8 +72,7 @@ void edgeCorners(const PlotScale& scale, int xa, double va, int xb, double vb,
   for (double bound : {scale.max, scale.min}) {
     if ((va - bound) * (vb - bound) < 0) {
       const int row = bound == scale.max ? scale.top : scale.bottomRow();
-      crossings.push_back(
-          {(bound - va) / (vb - va), {clipX(xa, xb, va, vb, bound), row}});
+      crossings.push_back({(bound - va) / (vb - va), {clipX(xa, xb, va, vb, bound), row}});
     }
   }
   std::sort(crossings.begin(), crossings.end(),
@@ -89,8 +87,7 @@ struct Segment {
   Point to;
 };
 
-bool clipSegment(const PlotScale& s, int x1, int x2, double a, double b,
-                 Segment& out) {
+bool clipSegment(const PlotScale& s, int x1, int x2, double a, double b, Segment& out) {
   if ((a > s.max && b > s.max) || (a < s.min && b < s.min)) return false;
   auto endAt = [&](int x, double v) -> Point {
     if (v > s.max) return {clipX(x1, x2, a, b, s.max), s.top};
@@ -103,18 +100,14 @@ bool clipSegment(const PlotScale& s, int x1, int x2, double a, double b,
 
 }  // namespace
 
-void drawCurve(const PlotPlace& place, const ContinuousSeries& series,
-               int colour, bool dashed) {
+void drawCurve(const PlotPlace& place, const ContinuousSeries& series, int colour, bool dashed) {
   const PlotScale& s = place.scale;
   Canvas& canvas = place.canvas;
-  auto skip = [](const ContinuousSample& x) {
-    return withoutAnswer(x) || std::isnan(x.avg);
-  };
+  auto skip = [](const ContinuousSample& x) { return withoutAnswer(x) || std::isnan(x.avg); };
   auto pair = [&](const ContinuousSample& a, const ContinuousSample& b) {
     Segment seg;
-    if (!clipSegment(s, place.axis.xPosition(a.time),
-                     place.axis.xPosition(b.time), shown(a.avg), shown(b.avg),
-                     seg)) {
+    if (!clipSegment(s, place.axis.xPosition(a.time), place.axis.xPosition(b.time), shown(a.avg),
+                     shown(b.avg), seg)) {
       return;
     }
     // A flat curve on the bottom row is drawn twice as thick.
@@ -129,8 +122,7 @@ void drawCurve(const PlotPlace& place, const ContinuousSeries& series,
   };
   auto end = [&](const ContinuousSample& x, End) {
     if (s.contains(shown(x.avg))) {
-      canvas.circle(place.axis.xPosition(x.time), s.yOf(shown(x.avg)), 4,
-                    colour);
+      canvas.circle(place.axis.xPosition(x.time), s.yOf(shown(x.avg)), 4, colour);
     }
   };
   plotRuns(series, skip, pair, end);
@@ -155,8 +147,7 @@ void drawMinMaxShade(const PlotPlace& place, const ContinuousSeries& series) {
     const int yu = s.clampedRow(shown(x.max));
     const int yl = s.clampedRow(shown(x.min));
     const int px = place.axis.xPosition(x.time) - (e == End::kOpening ? 1 : 0);
-    place.canvas.fillPolygon({{px, yl}, {px, yu}, {px + 1, yu}, {px + 1, yl}},
-                             kMinMaxShade);
+    place.canvas.fillPolygon({{px, yl}, {px, yu}, {px + 1, yu}, {px + 1, yl}}, kMinMaxShade);
   };
   plotRuns(series, skip, pair, end);
 }
@@ -169,17 +160,16 @@ void drawNoResponse(const PlotPlace& place, const ContinuousSeries& series) {
   auto pair = [&](const ContinuousSample& a, const ContinuousSample& b) {
     const int x1 = place.axis.xPosition(a.time);
     const int x2 = place.axis.xPosition(b.time);
-    place.canvas.fillPolygon(
-        {{x1, rowOf(a)}, {x1, s.top}, {x2, s.top}, {x2, rowOf(b)}},
-        kNoResponse);
+    place.canvas.fillPolygon({{x1, rowOf(a)}, {x1, s.top}, {x2, s.top}, {x2, rowOf(b)}},
+                             kNoResponse);
   };
   auto end = [&](const ContinuousSample& x, End e) {
     const int y = rowOf(x);
     const int px = place.axis.xPosition(x.time) - (e == End::kOpening ? 1 : 0);
-    place.canvas.fillPolygon({{px, y}, {px, s.top}, {px + 1, s.top}, {px + 1, y}},
-                             kNoResponse);
+    place.canvas.fillPolygon({{px, y}, {px, s.top}, {px + 1, s.top}, {px + 1, y}}, kNoResponse);
   };
-  plotRuns(series, [](const ContinuousSample&) { return false; }, pair, end);
+  plotRuns(
+      series, [](const ContinuousSample&) { return false; }, pair, end);
 }
 
 }  // namespace grapher

@@ -21,8 +21,7 @@ struct PlotPlace {
 // The curve of `series` in `colour`: solid, or dashed for a secondary series.
 // Samples without answers (noResponse above 0.99, or no average) break it.
 // Segments outside the scale are clipped at its top and bottom rows.
-void drawCurve(const PlotPlace& place, const ContinuousSeries& series,
-               int colour, bool dashed);
+void drawCurve(const PlotPlace& place, const ContinuousSeries& series, int colour, bool dashed);
 
 // The minimum to maximum band of `series` in colour 13, clipped to the scale.
 void drawMinMaxShade(const PlotPlace& place, const ContinuousSeries& series);

@@ -1,7 +1,6 @@
-#include "grapher/continuous_part.h"
-
 #include <gtest/gtest.h>
 
+#include "grapher/continuous_part.h"
 #include "grapher/gd_canvas.h"
 #include "grapher/palette.h"
 #include "grapher/test_picture.h"
@@ -41,8 +40,7 @@ ContinuousSeries hourly(const std::vector<double>& values) {
   return s;
 }
 
-Picture single(const ContinuousSeries& s, bool minMax = false,
-               bool noResponse = false) {
+Picture single(const ContinuousSeries& s, bool minMax = false, bool noResponse = false) {
   Graph g(kPlot, kNewYear, kNewYear + kDay);
   g.setShowMinMax(minMax);
   g.setShowNoResponse(noResponse);
@@ -145,14 +143,12 @@ TEST(ContinuousPart, PlotMaxBelowTheDataClipsAtTheTopRow) {
   EXPECT_EQ(0, curvePixels(p, 0, kPlotTop - 1));
   // No ring at the sample above the scale.
   const int x = column(kNewYear + kHour + kHour / 2);
-  EXPECT_EQ(0, p.countIn(x - 1, kPlotTop + 1, x + 1, kPlotTop + 3,
-                         lineColour(0)));
+  EXPECT_EQ(0, p.countIn(x - 1, kPlotTop + 1, x + 1, kPlotTop + 3, lineColour(0)));
 }
 
 TEST(ContinuousPart, NegativeValuesAreClippedToTheBottomRow) {
-  ContinuousSeries s = series({{kNewYear + kHour, -5},
-                               {kNewYear + 2 * kHour, -10},
-                               {kNewYear + 3 * kHour, -3}});
+  ContinuousSeries s =
+      series({{kNewYear + kHour, -5}, {kNewYear + 2 * kHour, -10}, {kNewYear + 3 * kHour, -3}});
   Graph g(kPlot, kNewYear, kNewYear + kDay);
   g.addContinuousGroup().addLine(s, {}, "");
   Picture p = drawn(g);

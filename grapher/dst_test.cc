@@ -44,8 +44,7 @@ TEST(DaylightSaving, EnvironmentHasTheZone) {
 }
 
 TEST(DaylightSaving, MidnightTicksAre23And25HoursApart) {
-  EXPECT_EQ((std::vector<int64_t>{24, 24, 23, 24}),
-            tickSpacing(kMarch27, kMarch27 + 4 * kDay));
+  EXPECT_EQ((std::vector<int64_t>{24, 24, 23, 24}), tickSpacing(kMarch27, kMarch27 + 4 * kDay));
   EXPECT_EQ((std::vector<int64_t>{24, 24, 24, 24, 24, 25}),
             tickSpacing(kOctober20, kOctober20 + 7 * kDay));
 }

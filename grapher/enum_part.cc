@@ -14,13 +14,11 @@ constexpr int kRowHeight = 40;
 
 // Fills the bar rows top..top + rows - 1 from x0 to x1 - 1 with one stripe
 // per colour, in rising colour order.
-void stripes(Canvas& canvas, int x0, int x1, int top, int rows,
-             const std::set<int>& colours) {
+void stripes(Canvas& canvas, int x0, int x1, int top, int rows, const std::set<int>& colours) {
   const int n = static_cast<int>(colours.size());
   int i = 0;
   for (int colour : colours) {
-    canvas.fillRectangle(x0, top + (i * rows) / n, x1 - 1,
-                         top + ((i + 1) * rows) / n - 1, colour);
+    canvas.fillRectangle(x0, top + (i * rows) / n, x1 - 1, top + ((i + 1) * rows) / n - 1, colour);
     ++i;
   }
 }
@@ -61,17 +59,13 @@ Margins Graph::EnumPart::margins() const {
   for (const EnumLine& line : group_.lines) {
     longest = std::max(longest, line.name.size());
   }
-  const int column = std::min<int>(context_.width / 4 / w,
-                                   static_cast<int>(longest));
+  const int column = std::min<int>(context_.width / 4 / w, static_cast<int>(longest));
   return {w * column + w / 2, 0};
 }
 
-int Graph::EnumPart::boxSize() const {
-  return std::max(context_.charHeight, 16);
-}
+int Graph::EnumPart::boxSize() const { return std::max(context_.charHeight, 16); }
 
-Graph::EnumPart::LegendLayout Graph::EnumPart::layoutLegend(
-    bool countEmpty) const {
+Graph::EnumPart::LegendLayout Graph::EnumPart::layoutLegend(bool countEmpty) const {
   LegendLayout layout{{}, 0};
   if (group_.lines.empty()) return layout;
   const int w = context_.charWidth;
@@ -136,8 +130,7 @@ void Graph::EnumPart::drawRow(const EnumLine& line, int r, Canvas& canvas) {
   const int h = context_.charHeight;
   const int w = context_.charWidth;
   canvas.text(context_.font, 0, (r + 38 - h + r + 2) / 2,
-              tavml::dot_string_width(line.name, context_.width / 4 / w),
-              kText);
+              tavml::dot_string_width(line.name, context_.width / 4 / w), kText);
   const EnumSeries& series = line.primary;
   for (const std::vector<EnumSample>& segment : series.segments) {
     const EnumSample* previous = nullptr;
@@ -178,8 +171,7 @@ void Graph::EnumPart::drawLegend(int top, Canvas& canvas) {
     const int x = slot.x;
     const int row = top + slot.row * b;
     const int colour = stateColour(slot.state);
-    canvas.text(context_.font, x + b + 2, row, first.labels.at(slot.state),
-                kText);
+    canvas.text(context_.font, x + b + 2, row, first.labels.at(slot.state), kText);
     canvas.fillRectangle(x + 1, row + 1, x + b - 2, row + 14, kAxis);
     if (common) {
       canvas.fillRectangle(x + 2, row + 2, x + b - 3, row + b - 7, colour);

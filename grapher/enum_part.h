@@ -20,8 +20,7 @@ class Graph::EnumPart : public Graph::GraphPart {
  public:
   // The states named by the first line take the first colours, in rising
   // state number. `xAxis` and `group` must outlive the part.
-  EnumPart(const GraphContext& context, const XAxisPart& xAxis,
-           const EnumGroup& group);
+  EnumPart(const GraphContext& context, const XAxisPart& xAxis, const EnumGroup& group);
 
   Margins margins() const override;
   // Bar rows and legend rows; 0 for an empty group.

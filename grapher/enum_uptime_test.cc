@@ -53,8 +53,7 @@ std::string upperBar(const Picture& p, int x) {
       ++run;
       continue;
     }
-    out += (out.empty() ? "" : " ") + std::to_string(p.at(x, y)) + "x" +
-           std::to_string(run + 1);
+    out += (out.empty() ? "" : " ") + std::to_string(p.at(x, y)) + "x" + std::to_string(run + 1);
     run = 0;
   }
   return out;
@@ -80,8 +79,7 @@ TEST(EnumPart, ThreeStatesCutTheBarSevenEightEight) {
 
 TEST(EnumPart, UnknownLeavesAHoleAndMaskZeroPaintsNothing) {
   const int64_t a = kNewYear + 3 * kHour + 1200;  // off the grid lines
-  EnumSeries s = states({{a, 1}, {a + kHour, 1}, {a + 2 * kHour, 1},
-                         {a + 3 * kHour, 1}});
+  EnumSeries s = states({{a, 1}, {a + kHour, 1}, {a + 2 * kHour, 1}, {a + 3 * kHour, 1}});
   s.segments[0][2].unknown = 1.0;
   s.segments.push_back({{a + 5 * kHour, 0, 0}, {a + 6 * kHour, 0, 0}});
   Picture p = enumChart({s});
@@ -97,7 +95,7 @@ TEST(EnumPart, UnknownLeavesAHoleAndMaskZeroPaintsNothing) {
 }
 
 TEST(EnumPart, UnnamedStateGetsTheNextColourButNoLegendEntry) {
-  const int64_t a = kNewYear + 3 * kHour + 1200;  // off the grid lines
+  const int64_t a = kNewYear + 3 * kHour + 1200;              // off the grid lines
   Picture p = enumChart({states({{a, 8}, {a + kHour, 8}})});  // state 3
   EXPECT_EQ("25x23", upperBar(p, column(a + kHour / 2)));
   // Its class is unknown: red.

@@ -40,8 +40,7 @@ GDCanvas::GDCanvas(int width, int height) {
   height = std::max(height, 1);
   image_ = gdImageCreate(width, height);
   if (image_ == nullptr) {
-    throw error::EFatal("Could not create a canvas of " +
-                        std::to_string(width) + " x " +
+    throw error::EFatal("Could not create a canvas of " + std::to_string(width) + " x " +
                         std::to_string(height) + " pixels");
   }
   colours_.reserve(kPaletteSize);
@@ -65,8 +64,7 @@ void GDCanvas::fillPolygon(const std::vector<Point>& points, int colour) {
     plain[i].x = points[i].x;
     plain[i].y = points[i].y;
   }
-  gdImageFilledPolygon(image_, plain.data(), static_cast<int>(plain.size()),
-                       gdColour(colour));
+  gdImageFilledPolygon(image_, plain.data(), static_cast<int>(plain.size()), gdColour(colour));
 }
 
 void GDCanvas::line(int x1, int y1, int x2, int y2, int colour) {
@@ -77,14 +75,11 @@ void GDCanvas::dashedLine(int x1, int y1, int x2, int y2, int colour) {
   gdImageDashedLine(image_, x1, y1, x2, y2, gdColour(colour));
 }
 
-void GDCanvas::text(int font, int x, int y, const std::string& s,
-                    int colour) {
+void GDCanvas::text(int font, int x, int y, const std::string& s, int colour) {
   gdFontPtr f = gdFont(font);
   if (f == nullptr) return;
   std::string copy = s;  // gd takes a writable string.
-  gdImageString(image_, f, x, y,
-                reinterpret_cast<unsigned char*>(copy.data()),
-                gdColour(colour));
+  gdImageString(image_, f, x, y, reinterpret_cast<unsigned char*>(copy.data()), gdColour(colour));
 }
 
 void GDCanvas::circle(int cx, int cy, int diameter, int colour) {

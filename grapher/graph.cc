@@ -25,19 +25,15 @@ const GraphSize& graphSize(int32_t size) {
 }
 
 Graph::Graph(int32_t kind, int64_t start, int64_t end)
-    : kind(kind), start(start), end(end),
-      division(timeDivision(kind, end - start)) {}
+    : kind(kind), start(start), end(end), division(timeDivision(kind, end - start)) {}
 
 Graph::~Graph() = default;
 
-ContinuousGroup& Graph::addContinuousGroup() {
-  return continuousGroups.emplace_back();
-}
+ContinuousGroup& Graph::addContinuousGroup() { return continuousGroups.emplace_back(); }
 
 EnumGroup& Graph::addEnumGroup() { return enumGroups.emplace_back(); }
 
-void Graph::addUptimeLine(const std::vector<UptimeInterval>& records,
-                          const std::string& name) {
+void Graph::addUptimeLine(const std::vector<UptimeInterval>& records, const std::string& name) {
   uptimeLines.push_back({name, records});
 }
 
@@ -45,10 +41,12 @@ void Graph::addError(const std::string& first, const std::string& second) {
   errors.emplace_back(first, second);
 }
 
-Graph::GraphContext::GraphContext(const Graph& graph, zone_t zone,
-                                  CanvasFactory& factory)
-    : graph(graph), zone(zone), factory(factory),
-      width(graphSize(graph.size).width), font(graphSize(graph.size).font) {
+Graph::GraphContext::GraphContext(const Graph& graph, zone_t zone, CanvasFactory& factory)
+    : graph(graph),
+      zone(zone),
+      factory(factory),
+      width(graphSize(graph.size).width),
+      font(graphSize(graph.size).font) {
   const CellSize cell = factory.fontSize(font);
   charHeight = cell.height;
   charWidth = cell.width;
@@ -59,31 +57,25 @@ Graph::Parts Graph::buildParts(const GraphContext& context) const {
   const bool noGroups = continuousGroups.empty() && enumGroups.empty();
   const bool oneUptime = errors.empty() && noGroups && uptimeLines.size() == 1;
   if (kind == kTabular && oneUptime) {
-    parts.push_back(
-        std::make_unique<TabularUptimePart>(context, uptimeLines[0]));
+    parts.push_back(std::make_unique<TabularUptimePart>(context, uptimeLines[0]));
     return parts;
   }
-  if (kind == kTabular && errors.empty() && continuousGroups.empty() &&
-      uptimeLines.empty() && enumGroups.size() == 1 &&
-      enumGroups[0].lines.size() == 1) {
-    parts.push_back(
-        std::make_unique<TabularEnumPart>(context, enumGroups[0].lines[0]));
+  if (kind == kTabular && errors.empty() && continuousGroups.empty() && uptimeLines.empty() &&
+      enumGroups.size() == 1 && enumGroups[0].lines.size() == 1) {
+    parts.push_back(std::make_unique<TabularEnumPart>(context, enumGroups[0].lines[0]));
     return parts;
   }
   if (oneUptime) {
-    parts.push_back(
-        std::make_unique<OldStyleUptimePart>(context, uptimeLines[0]));
+    parts.push_back(std::make_unique<OldStyleUptimePart>(context, uptimeLines[0]));
     return parts;
   }
   for (const auto& [first, second] : errors) {
     parts.push_back(std::make_unique<ErrorPart>(context, first, second));
   }
-  auto axis = std::make_unique<XAxisPart>(context, !continuousGroups.empty(),
-                                          !enumGroups.empty());
+  auto axis = std::make_unique<XAxisPart>(context, !continuousGroups.empty(), !enumGroups.empty());
   const XAxisPart& master = *axis;
   if (!continuousGroups.empty()) {
-    parts.push_back(
-        std::make_unique<ContinuousPart>(context, master, continuousGroups));
+    parts.push_back(std::make_unique<ContinuousPart>(context, master, continuousGroups));
   }
   parts.push_back(std::move(axis));
   // Every enum part but one right under the axis gets a strip of ticks.

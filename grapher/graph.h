@@ -29,10 +29,10 @@ inline constexpr int32_t kLarge = 2;
 
 // What a graph size fixes.
 struct GraphSize {
-  int width;              // Picture width.
-  int font;               // kFontTiny or kFontSmall.
-  int continuousHeight;   // Continuous part before its legend, less h / 2.
-  int tabularHeight;      // Tabular part before its label row.
+  int width;             // Picture width.
+  int font;              // kFontTiny or kFontSmall.
+  int continuousHeight;  // Continuous part before its legend, less h / 2.
+  int tabularHeight;     // Tabular part before its label row.
 };
 
 // The row of `size`; raises error::EFatal "Unhandled graph size" for any
@@ -68,8 +68,7 @@ class Graph {
   // valid for the life of the Graph.
   ContinuousGroup& addContinuousGroup();
   EnumGroup& addEnumGroup();
-  void addUptimeLine(const std::vector<UptimeInterval>& records,
-                     const std::string& name);
+  void addUptimeLine(const std::vector<UptimeInterval>& records, const std::string& name);
   // One ErrorPart at the top of the chart with two texts.
   void addError(const std::string& first, const std::string& second);
 
@@ -109,7 +108,7 @@ struct Graph::GraphContext {
   const Graph& graph;
   zone_t zone;
   CanvasFactory& factory;
-  int width;       // Picture width.
+  int width;  // Picture width.
   int font;
   int charHeight;
   int charWidth;
@@ -124,8 +123,7 @@ struct Margins {
 // y + height() - 1 of its draw.
 class Graph::GraphPart {
  public:
-  explicit GraphPart(const GraphContext& context)
-      : context_(context), graph_(context.graph) {}
+  explicit GraphPart(const GraphContext& context) : context_(context), graph_(context.graph) {}
   virtual ~GraphPart() = default;
   GraphPart(const GraphPart&) = delete;
   GraphPart& operator=(const GraphPart&) = delete;
@@ -152,10 +150,8 @@ class Graph::GraphPart {
 // way along.
 class Graph::ErrorPart : public Graph::GraphPart {
  public:
-  ErrorPart(const GraphContext& context, std::string first,
-            std::string second)
-      : GraphPart(context), first_(std::move(first)),
-        second_(std::move(second)) {}
+  ErrorPart(const GraphContext& context, std::string first, std::string second)
+      : GraphPart(context), first_(std::move(first)), second_(std::move(second)) {}
   Margins margins() const override { return {0, 0}; }
   int height() const override { return context_.charHeight; }
   void draw(int y, Canvas& canvas) override;

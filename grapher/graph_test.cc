@@ -47,8 +47,7 @@ std::string partList(const Graph& graph) {
 }
 
 void addLine(Graph& g) {
-  g.addContinuousGroup().addLine(series({{kNewYear, 1}, {kNewYear + 60, 2}}),
-                                 {}, "");
+  g.addContinuousGroup().addLine(series({{kNewYear, 1}, {kNewYear + 60, 2}}), {}, "");
 }
 
 void addEnumLine(EnumGroup& group) { group.addLine({}, {}, ""); }
@@ -126,8 +125,7 @@ TEST(GraphDraw, OneContinuousLinePerSize) {
   const int32_t sizes[3] = {kSmall, kMedium, kLarge};
   const int widths[3] = {200, 600, 1000};
   // h / 2 + base height + the axis (5 h / 3 + 4).
-  const int heights[3] = {4 + 80 + 13 + 4, 6 + 120 + 21 + 4,
-                          6 + 200 + 21 + 4};
+  const int heights[3] = {4 + 80 + 13 + 4, 6 + 120 + 21 + 4, 6 + 200 + 21 + 4};
   for (int i = 0; i < 3; ++i) {
     Graph g(kPlot, kNewYear, kNewYear + kDay);
     g.size = sizes[i];

@@ -17,9 +17,7 @@ struct PlotScale {
   int bottomRow() const { return top + height - 1; }
   bool contains(double v) const { return v >= min && v <= max; }
   // The row of a value within min..max.
-  int yOf(double v) const {
-    return top + toPixel((max - v) / (max - min) * (height - 1));
-  }
+  int yOf(double v) const { return top + toPixel((max - v) / (max - min) * (height - 1)); }
   // The row of any value: values above the scale stand on the top row,
   // values below it on the bottom row.
   int clampedRow(double v) const {

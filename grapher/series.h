@@ -35,10 +35,10 @@ struct ContinuousSeries {
   double alertIfAbove = kUnset;
   double plotMin = kUnset;
   double plotMax = kUnset;
-  double minimum = kInfinity;   // Extremes of the series.
+  double minimum = kInfinity;  // Extremes of the series.
   double maximum = -kInfinity;
-  double sum = 0;               // Sum of average x count.
-  int32_t count = 0;            // Number of measurements.
+  double sum = 0;     // Sum of average x count.
+  int32_t count = 0;  // Number of measurements.
 };
 
 // The primary series is drawn solid, the secondary dashed.
@@ -52,8 +52,8 @@ struct ContinuousLine {
 struct ContinuousGroup {
   std::vector<ContinuousLine> lines;
   // Copies the two series into a new line at the end.
-  void addLine(const ContinuousSeries& primary,
-               const ContinuousSeries& secondary, const std::string& name) {
+  void addLine(const ContinuousSeries& primary, const ContinuousSeries& secondary,
+               const std::string& name) {
     lines.push_back({primary, secondary, name});
   }
 };
@@ -81,8 +81,7 @@ struct EnumLine {
 // One EnumPart: one row per line, one legend.
 struct EnumGroup {
   std::vector<EnumLine> lines;
-  void addLine(const EnumSeries& primary, const EnumSeries& secondary,
-               const std::string& name) {
+  void addLine(const EnumSeries& primary, const EnumSeries& secondary, const std::string& name) {
     lines.push_back({primary, secondary, name});
   }
 };

@@ -34,8 +34,7 @@ std::set<int> enumCellColours(uint32_t mask, const std::map<int, int>& classes) 
 
 }  // namespace
 
-Graph::TabularUptimePart::TabularUptimePart(const GraphContext& context,
-                                            const UptimeLine& line)
+Graph::TabularUptimePart::TabularUptimePart(const GraphContext& context, const UptimeLine& line)
     : TabularPart(context, true) {
   const auto& runs = line.intervals;
   for (auto it = runs.begin(); it != runs.end(); ++it) {
@@ -47,8 +46,7 @@ Graph::TabularUptimePart::TabularUptimePart(const GraphContext& context,
   }
 }
 
-Graph::TabularEnumPart::TabularEnumPart(const GraphContext& context,
-                                        const EnumLine& line)
+Graph::TabularEnumPart::TabularEnumPart(const GraphContext& context, const EnumLine& line)
     : TabularPart(context, false) {
   const EnumSeries& series = line.primary;
   for (const std::vector<EnumSample>& segment : series.segments) {
@@ -60,11 +58,9 @@ Graph::TabularEnumPart::TabularEnumPart(const GraphContext& context,
       }
       if (previous != nullptr) {
         cells_.push_back({previous->time, sample.time - previous->time,
-                          enumCellColours(previous->states | sample.states,
-                                          series.classes)});
+                          enumCellColours(previous->states | sample.states, series.classes)});
       } else {
-        cells_.push_back(
-            {sample.time, 1, enumCellColours(sample.states, series.classes)});
+        cells_.push_back({sample.time, 1, enumCellColours(sample.states, series.classes)});
       }
       previous = &sample;
     }

@@ -77,8 +77,7 @@ void Graph::TabularPart::drawColumns(const Layout& l, Canvas& canvas) const {
     const bool sparse = (division == 0 || division == 1 || division == 3) &&
                         (small || division == 0) && n % every != 0;
     if (graph_.showTimeLabels && !sparse) {
-      const std::string s =
-          columnLabel(division, local(t, context_.zone), small);
+      const std::string s = columnLabel(division, local(t, context_.zone), small);
       const int len = static_cast<int>(s.size());
       int pos = static_cast<int>((l.columnWidth - w * len) * 0.5 + x);
       if (division == 0) pos -= len == 1 ? 1 : 3;
@@ -95,8 +94,7 @@ void Graph::TabularPart::drawColumns(const Layout& l, Canvas& canvas) const {
   }
 }
 
-void Graph::TabularPart::drawRowLines(const Layout& l, double x,
-                                      double bottom, bool firstColumn,
+void Graph::TabularPart::drawRowLines(const Layout& l, double x, double bottom, bool firstColumn,
                                       int& rowNumber, Canvas& canvas) const {
   const int32_t division = graph_.division;
   const int h = context_.charHeight;
@@ -107,20 +105,18 @@ void Graph::TabularPart::drawRowLines(const Layout& l, double x,
   while (rowStep < 3) rowStep *= 2;
   double lastLabel = -1000;
   int r = 0;
-  for (double y = l.headerRows; static_cast<int>(y) < bottom;
-       y += rowStep, ++r, ++rowNumber) {
+  for (double y = l.headerRows; static_cast<int>(y) < bottom; y += rowStep, ++r, ++rowNumber) {
     const bool major = r % step == 0;
     const bool labelled = major && !(r == 0 && division <= 3);
-    if (firstColumn && graph_.showValueAxes && labelled &&
-        y > lastLabel + h + 2 && y + h + 1 < height_) {
+    if (firstColumn && graph_.showValueAxes && labelled && y > lastLabel + h + 2 &&
+        y + h + 1 < height_) {
       char buf[16];
       std::snprintf(buf, sizeof buf, division >= 4 ? "%i" : "%02i", rowNumber);
       canvas.text(context_.font, 1, static_cast<int>(y - offset), buf, kText);
       lastLabel = y;
     }
-    canvas.line(static_cast<int>(x), static_cast<int>(y),
-                static_cast<int>(x + l.columnWidth), static_cast<int>(y),
-                major ? kAxis : kGrid);
+    canvas.line(static_cast<int>(x), static_cast<int>(y), static_cast<int>(x + l.columnWidth),
+                static_cast<int>(y), major ? kAxis : kGrid);
   }
 }
 

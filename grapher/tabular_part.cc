@@ -62,8 +62,7 @@ void alignToColumns(int32_t division, tm_t& fs, tm_t& fe) {
 
 }  // namespace
 
-Graph::TabularPart::TabularPart(const GraphContext& context,
-                                bool markBoundaries)
+Graph::TabularPart::TabularPart(const GraphContext& context, bool markBoundaries)
     : GraphPart(context),
       markBoundaries_(markBoundaries),
       height_(graphSize(context.graph.size).tabularHeight +
@@ -123,13 +122,11 @@ Graph::TabularPart::Layout Graph::TabularPart::makeLayout() const {
   if (division == 2 || division == 3) rows = shift < 0 ? 25 : 24;
   l.rowStep = (static_cast<int>(height - l.headerRows) - 1) / double{1.0 * rows};
   const int64_t extra = division != 1 ? lost : 0;
-  l.pixelsPerSecond =
-      (height - l.headerRows) / static_cast<double>(periodOf(division) + extra);
+  l.pixelsPerSecond = (height - l.headerRows) / static_cast<double>(periodOf(division) + extra);
   alignToColumns(division, fs, fe);
   l.t0 = compose(fs, context_.zone);
   l.t1 = compose(fe, context_.zone);
-  double columns =
-      static_cast<double>((l.t1 - l.t0) - lost) / periodOf(division);
+  double columns = static_cast<double>((l.t1 - l.t0) - lost) / periodOf(division);
   if (shift < 0 && division == 1) columns = std::ceil(columns) + 1;
   const double count = std::max(1.0, std::ceil(columns));
   l.columnWidth = (static_cast<int>(context_.width - l.leftColumn) - 1) / count;
@@ -145,14 +142,13 @@ void Graph::TabularPart::draw(int y, Canvas& canvas) {
   if (cells().empty()) {
     const std::string text = "No data available for this interval.";
     const int len = static_cast<int>(text.size());
-    canvas.text(context_.font, width / 2 - (len / 2) * w, height_ / 2 - h / 2,
-                text, kText);
+    canvas.text(context_.font, width / 2 - (len / 2) * w, height_ / 2 - h / 2, text, kText);
     return;
   }
   const Layout l = makeLayout();
   if (graph_.showTimeLabels) {
-    canvas.fillRectangle(static_cast<int>(l.leftColumn), 0, width,
-                         static_cast<int>(l.headerRows), kPlotArea);
+    canvas.fillRectangle(static_cast<int>(l.leftColumn), 0, width, static_cast<int>(l.headerRows),
+                         kPlotArea);
   }
   const std::vector<TabularCell>& all = cells();
   for (size_t i = 0; i < all.size(); ++i) {
@@ -160,23 +156,21 @@ void Graph::TabularPart::draw(int y, Canvas& canvas) {
     paintCell(l, all[i], at, canvas);
     if (markBoundaries_ && i + 1 < all.size()) {
       const int x = static_cast<int>(at.x);
-      canvas.fillRectangle(
-          x, static_cast<int>(std::max(at.y - 2, l.headerRows)),
-          static_cast<int>(x + l.columnWidth), static_cast<int>(at.y), kRed);
+      canvas.fillRectangle(x, static_cast<int>(std::max(at.y - 2, l.headerRows)),
+                           static_cast<int>(x + l.columnWidth), static_cast<int>(at.y), kRed);
     }
   }
   drawColumns(l, canvas);
 }
 
-double Graph::TabularPart::columnBottom(const Layout& l, int64_t t,
-                                        int64_t u) const {
+double Graph::TabularPart::columnBottom(const Layout& l, int64_t t, int64_t u) const {
   if (!monthColumns(graph_.division) || u - t >= kLongestMonth) return height_;
   const double days = std::round((u - t) / 86400.0);
   return static_cast<int>(days * 86400 * l.pixelsPerSecond + l.headerRows);
 }
 
-void Graph::TabularPart::paintCell(const Layout& l, TabularCell cell,
-                                   Cursor& at, Canvas& canvas) const {
+void Graph::TabularPart::paintCell(const Layout& l, TabularCell cell, Cursor& at,
+                                   Canvas& canvas) const {
   const double entryY = at.y;
   int64_t e = nextColumn(at.t);
   while (cell.start >= e) {
@@ -202,8 +196,8 @@ void Graph::TabularPart::paintCell(const Layout& l, TabularCell cell,
     const int cw = static_cast<int>(x0 + l.columnWidth) - x0;
     int i = 0;
     for (int colour : cell.colours) {
-      canvas.fillRectangle(x0 + (i * cw) / n, yt, x0 + ((i + 1) * cw) / n,
-                           static_cast<int>(yb), colour);
+      canvas.fillRectangle(x0 + (i * cw) / n, yt, x0 + ((i + 1) * cw) / n, static_cast<int>(yb),
+                           colour);
       ++i;
     }
     return;

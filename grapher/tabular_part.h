@@ -61,11 +61,10 @@ class Graph::TabularPart : public Graph::GraphPart {
   };
 
   Layout makeLayout() const;
-  void paintCell(const Layout& layout, TabularCell cell, Cursor& at,
-                 Canvas& canvas) const;
+  void paintCell(const Layout& layout, TabularCell cell, Cursor& at, Canvas& canvas) const;
   void drawColumns(const Layout& layout, Canvas& canvas) const;
-  void drawRowLines(const Layout& layout, double x, double bottom,
-                    bool firstColumn, int& rowNumber, Canvas& canvas) const;
+  void drawRowLines(const Layout& layout, double x, double bottom, bool firstColumn, int& rowNumber,
+                    Canvas& canvas) const;
   // The bottom row of the column from t to u: H, or shorter for a short
   // month in the month divisions.
   double columnBottom(const Layout& layout, int64_t t, int64_t u) const;

@@ -1,8 +1,7 @@
-#include "grapher/tabular_part.h"
-
 #include <gtest/gtest.h>
 
 #include "grapher/palette.h"
+#include "grapher/tabular_part.h"
 #include "grapher/test_picture.h"
 
 namespace grapher {
@@ -15,8 +14,7 @@ using testing::Picture;
 constexpr int64_t kHour = 3600;
 constexpr int64_t kDay = 86400;
 
-Picture uptimeTable(int64_t start, int64_t end,
-                    const std::vector<UptimeInterval>& runs,
+Picture uptimeTable(int64_t start, int64_t end, const std::vector<UptimeInterval>& runs,
                     int32_t size = kMedium) {
   Graph g(kTabular, start, end);
   g.size = size;
@@ -29,10 +27,8 @@ TEST(TabularPart, HeightPerSize) {
   Picture medium = uptimeTable(kNewYear, kNewYear + kDay, {run});
   EXPECT_EQ(600, medium.width());
   EXPECT_EQ(301 + 13 + 4, medium.height());
-  EXPECT_EQ(80 + 8 + 4, uptimeTable(kNewYear, kNewYear + kDay, {run}, kSmall)
-                            .height());
-  EXPECT_EQ(400 + 13 + 4, uptimeTable(kNewYear, kNewYear + kDay, {run}, kLarge)
-                              .height());
+  EXPECT_EQ(80 + 8 + 4, uptimeTable(kNewYear, kNewYear + kDay, {run}, kSmall).height());
+  EXPECT_EQ(400 + 13 + 4, uptimeTable(kNewYear, kNewYear + kDay, {run}, kLarge).height());
 }
 
 TEST(TabularPart, NoCellsSaysSo) {
@@ -43,8 +39,7 @@ TEST(TabularPart, NoCellsSaysSo) {
   // "No data available for this interval." (36 characters) centred at
   // x = 300 - 18 x 6, y = 159 - 6; nothing else is painted.
   EXPECT_GT(p.countIn(192, 153, 192 + 36 * 6 - 1, 165, kText), 50);
-  EXPECT_EQ(p.countIn(0, 0, 599, 317, kText),
-            p.countIn(192, 153, 192 + 36 * 6 - 1, 165, kText));
+  EXPECT_EQ(p.countIn(0, 0, 599, 317, kText), p.countIn(192, 153, 192 + 36 * 6 - 1, 165, kText));
   EXPECT_EQ(0, p.countIn(0, 0, 599, 317, kPlotArea));
   EXPECT_EQ(0, p.countIn(0, 0, 599, 317, kGrid));
 }
@@ -56,7 +51,7 @@ TEST(TabularPart, TwoDaysAreHourColumnsOfMinuteRows) {
   Picture p = uptimeTable(kNewYear, kNewYear + 2 * kDay, {{a, a + 2 * kHour}});
   EXPECT_GT(p.countIn(0, 0, 17, 16, kText), 5);  // "h", "\", "m"
   EXPECT_EQ(kPlotArea, p.at(300, 5) == kText ? kPlotArea : p.at(300, 5));
-  EXPECT_EQ(kGrid, p.at(30, 100));   // right edge of column 1
+  EXPECT_EQ(kGrid, p.at(30, 100));      // right edge of column 1
   EXPECT_EQ(kAxis, p.at(25, 17 + 25));  // row line 5: labelled
   EXPECT_EQ(kGrid, p.at(25, 17 + 5));   // row line 1
   // The run fills columns 2 and 3 (hours 01 and 02) from top to bottom.
@@ -72,8 +67,8 @@ TEST(TabularPart, UptimeRunsEndInATwoPixelMark) {
   // 01:00-01:30 up, down until 03:00, up until 04:00. The first run ends in
   // column 1 at row 17 + 1800 x 301 / 3600 = 167.5.
   const int64_t a = kNewYear + kHour;
-  Picture p = uptimeTable(kNewYear, kNewYear + 2 * kDay,
-                          {{a, a + 1800}, {a + 2 * kHour, a + 3 * kHour}});
+  Picture p =
+      uptimeTable(kNewYear, kNewYear + 2 * kDay, {{a, a + 1800}, {a + 2 * kHour, a + 3 * kHour}});
   EXPECT_EQ(kGreen, p.at(36, 160));
   EXPECT_EQ(kRed, p.at(36, 165));  // the mark, rows 165 .. 167
   EXPECT_EQ(kRed, p.at(36, 166));
@@ -94,13 +89,12 @@ TEST(TabularPart, EnumCellsTakeTheirWorstClass) {
   Graph g(kTabular, kNewYear, kNewYear + 2 * kDay);
   g.addEnumGroup().addLine(s, {}, "");
   Picture p = drawn(g);
-  EXPECT_EQ(kGreen, p.at(36, 100));   // hour 01: states 0
-  EXPECT_EQ(kYellow, p.at(48, 100));  // hour 02: 0 and 1
-  EXPECT_EQ(kRed, p.at(60, 100));     // hour 03: 1, 0 and 2
-  EXPECT_EQ(kRed, p.at(72, 100));     // hour 04: 0, 2 and 3
+  EXPECT_EQ(kGreen, p.at(36, 100));       // hour 01: states 0
+  EXPECT_EQ(kYellow, p.at(48, 100));      // hour 02: 0 and 1
+  EXPECT_EQ(kRed, p.at(60, 100));         // hour 03: 1, 0 and 2
+  EXPECT_EQ(kRed, p.at(72, 100));         // hour 04: 0, 2 and 3
   EXPECT_EQ(kBackground, p.at(84, 100));  // hour 05: state 3 has no class
-  EXPECT_EQ(0, p.countIn(0, 0, 599, 317, kRed) -
-                   p.countIn(54, 17, 78, 317, kRed));  // no marks
+  EXPECT_EQ(0, p.countIn(0, 0, 599, 317, kRed) - p.countIn(54, 17, 78, 317, kRed));  // no marks
 }
 
 TEST(TabularPart, ShortMonthsEndTheirColumnEarly) {

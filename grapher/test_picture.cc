@@ -6,8 +6,8 @@
 namespace grapher::testing {
 
 Picture::Picture(const std::vector<uint8_t>& png) {
-  gdImagePtr image = gdImageCreateFromPngPtr(
-      static_cast<int>(png.size()), const_cast<uint8_t*>(png.data()));
+  gdImagePtr image =
+      gdImageCreateFromPngPtr(static_cast<int>(png.size()), const_cast<uint8_t*>(png.data()));
   if (image == nullptr) {
     ADD_FAILURE() << "not a PNG";
     return;
@@ -37,9 +37,7 @@ int Picture::countIn(int x1, int y1, int x2, int y2, int colour) const {
   return n;
 }
 
-int Picture::countInRow(int y, int colour) const {
-  return countIn(0, y, width_ - 1, y, colour);
-}
+int Picture::countInRow(int y, int colour) const { return countIn(0, y, width_ - 1, y, colour); }
 
 int Picture::countInColumn(int x, int colour) const {
   return countIn(x, 0, x, height_ - 1, colour);

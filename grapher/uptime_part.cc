@@ -36,11 +36,9 @@ void Graph::UptimePart::draw(int y, Canvas& canvas) {
   }
 }
 
-void Graph::UptimePart::drawPass(const UptimeLine& line, int r, bool second,
-                                 Canvas& canvas) {
+void Graph::UptimePart::drawPass(const UptimeLine& line, int r, bool second, Canvas& canvas) {
   if (second) {
-    canvas.text(context_.font, 0, (r + 25 - context_.charHeight + r + 2) / 2,
-                line.name, kText);
+    canvas.text(context_.font, 0, (r + 25 - context_.charHeight + r + 2) / 2, line.name, kText);
   }
   bool hasPrevious = false;
   int previous = 0;  // Right edge of the bar before.
@@ -57,8 +55,7 @@ void Graph::UptimePart::drawPass(const UptimeLine& line, int r, bool second,
   }
 }
 
-Graph::OldStyleUptimePart::OldStyleUptimePart(const GraphContext& context,
-                                              const UptimeLine& line)
+Graph::OldStyleUptimePart::OldStyleUptimePart(const GraphContext& context, const UptimeLine& line)
     : GraphPart(context),
       line_(line),
       headerHeight_(context.charHeight + 2),
@@ -70,16 +67,14 @@ Margins Graph::OldStyleUptimePart::margins() const {
   size_t rightColumn = 0;
   const auto& runs = line_.intervals;
   for (size_t i = 0; i < runs.size(); ++i) {
-    leftColumn = std::max(
-        leftColumn, timeLabel(graph_, runs[i].start, context_.zone, true).size());
+    leftColumn = std::max(leftColumn, timeLabel(graph_, runs[i].start, context_.zone, true).size());
     if (i + 1 < runs.size()) {
-      rightColumn = std::max(
-          rightColumn, timeLabel(graph_, runs[i].end, context_.zone, true).size());
+      rightColumn =
+          std::max(rightColumn, timeLabel(graph_, runs[i].end, context_.zone, true).size());
     }
   }
   const int w = context_.charWidth;
-  return {(static_cast<int>(leftColumn) + 1) * w,
-          (static_cast<int>(rightColumn) + 1) * w};
+  return {(static_cast<int>(leftColumn) + 1) * w, (static_cast<int>(rightColumn) + 1) * w};
 }
 
 int Graph::OldStyleUptimePart::height() const {
@@ -101,23 +96,19 @@ void Graph::OldStyleUptimePart::draw(int y, Canvas& canvas) {
   for (size_t i = 0; i < runs.size(); ++i) {
     const UptimeInterval& run = runs[i];
     const int ty = r + rowPad_;
-    canvas.text(context_.font, 0, ty,
-                timeLabel(graph_, run.start, context_.zone, true), kText);
+    canvas.text(context_.font, 0, ty, timeLabel(graph_, run.start, context_.zone, true), kText);
     if (i + 1 < runs.size()) {
       const std::string e = timeLabel(graph_, run.end, context_.zone, true);
-      canvas.text(context_.font, width - w * static_cast<int>(e.size()), ty, e,
-                  kText);
+      canvas.text(context_.font, width - w * static_cast<int>(e.size()), ty, e, kText);
     }
     // With every run of length 0 there is nothing to compare: no bar.
-    const double share =
-        longest > 0 ? static_cast<double>(run.end - run.start) / longest : 0;
+    const double share = longest > 0 ? static_cast<double>(run.end - run.start) / longest : 0;
     const int x = left_ + toPixel((width - right_ - left_) * share);
     canvas.fillRectangle(left_, r, x - 1, r + rowHeight_ - 2, kGreen);
     const std::string length =
         valueText(seconds, static_cast<double>(run.end - run.start), seconds);
     const int len = static_cast<int>(length.size());
-    canvas.text(context_.font, std::max(x - w - w * len, left_ + w), ty, length,
-                kText);
+    canvas.text(context_.font, std::max(x - w - w * len, left_ + w), ty, length, kText);
     r += rowHeight_;
   }
 }

@@ -19,9 +19,7 @@ class Graph::UptimePart : public Graph::GraphPart {
       : GraphPart(context), xAxis_(xAxis), lines_(lines) {}
 
   Margins margins() const override;
-  int height() const override {
-    return 27 * static_cast<int>(lines_.size());
-  }
+  int height() const override { return 27 * static_cast<int>(lines_.size()); }
   // Green bars, then the grid, then names and red bars: the grid lies over
   // the green and under the red.
   void draw(int y, Canvas& canvas) override;

@@ -8,18 +8,15 @@
 
 namespace grapher {
 
-const char* const kMonthNames[12] = {"Jan", "Feb", "Mar", "Apr",
-                                     "May", "Jun", "Jul", "Aug",
-                                     "Sep", "Oct", "Nov", "Dec"};
-const char* const kDayNames[7] = {"Sun", "Mon", "Tue", "Wed",
-                                  "Thu", "Fri", "Sat"};
+const char* const kMonthNames[12] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                     "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+const char* const kDayNames[7] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
 
 int32_t timeDivision(int32_t kind, int64_t span) {
   // The span saturates at the 32-bit limits rather than wrapping, so that a
   // period of many years never reads as a short one.
-  const int64_t s = std::clamp<int64_t>(
-      span, std::numeric_limits<int32_t>::min(),
-      std::numeric_limits<int32_t>::max());
+  const int64_t s = std::clamp<int64_t>(span, std::numeric_limits<int32_t>::min(),
+                                        std::numeric_limits<int32_t>::max());
   const bool tabular = kind == kTabular;
   if (s <= (tabular ? 7200 : 43200)) return 0;
   if (s <= (tabular ? 172800 : 259200)) return 1;
@@ -30,8 +27,7 @@ int32_t timeDivision(int32_t kind, int64_t span) {
   return 6;
 }
 
-std::string timeLabel(const Graph& graph, int64_t time, zone_t zone,
-                      bool withSeconds) {
+std::string timeLabel(const Graph& graph, int64_t time, zone_t zone, bool withSeconds) {
   const tm_t f = local(time, zone);
   char buf[32];
   if (graph.division <= 1) {
@@ -46,18 +42,15 @@ std::string timeLabel(const Graph& graph, int64_t time, zone_t zone,
   if (!withSeconds) {
     std::snprintf(buf, sizeof buf, "%02i %s", f.mday, month);
   } else if (graph.size == kSmall) {
-    std::snprintf(buf, sizeof buf, "%02i %s %02i:%02i", f.mday, month, f.hour,
-                  f.min);
+    std::snprintf(buf, sizeof buf, "%02i %s %02i:%02i", f.mday, month, f.hour, f.min);
   } else {
-    std::snprintf(buf, sizeof buf, "%02i %s %02i:%02i:%02i", f.mday, month,
-                  f.hour, f.min, f.sec);
+    std::snprintf(buf, sizeof buf, "%02i %s %02i:%02i:%02i", f.mday, month, f.hour, f.min, f.sec);
   }
   if (buf[0] == '0') buf[0] = ' ';
   return buf;
 }
 
-Graph::XAxisPart::XAxisPart(const GraphContext& context, bool hasPartAbove,
-                            bool hasPartBelow)
+Graph::XAxisPart::XAxisPart(const GraphContext& context, bool hasPartAbove, bool hasPartBelow)
     : GraphPart(context),
       showLabels_(context.graph.showTimeLabels),
       hasPartAbove_(hasPartAbove),
@@ -163,14 +156,12 @@ int Graph::XAxisPart::xPosition(int64_t time) const {
     f = static_cast<double>(time - g.start) / static_cast<double>(g.end - g.start);
     f = std::clamp(f, 0.0, 1.0);
   }
-  return left_ +
-         static_cast<int>(f * (context_.width - right_ - left_ - 1) + 0.5);
+  return left_ + static_cast<int>(f * (context_.width - right_ - left_ - 1) + 0.5);
 }
 
 int Graph::XAxisPart::height() const {
   if (!showLabels_) return hasPartAbove_ || hasPartBelow_ ? 1 : 0;
-  return 5 * context_.charHeight / 3 + (hasPartAbove_ ? 4 : 0) +
-         (hasPartBelow_ ? 4 : 0);
+  return 5 * context_.charHeight / 3 + (hasPartAbove_ ? 4 : 0) + (hasPartBelow_ ? 4 : 0);
 }
 
 void Graph::XAxisPart::draw(int y, Canvas& canvas) {
@@ -199,16 +190,14 @@ void Graph::XAxisPart::draw(int y, Canvas& canvas) {
     if (!(x - lastX > 3 * w && x + (w * n) / 2 <= context_.width)) continue;
     if (hasPartAbove_) canvas.line(x, y, x, y + 2, kAxis);
     if (hasPartBelow_) canvas.line(x, bottom - 2, x, bottom, kAxis);
-    canvas.text(context_.font, x - (w * n) / 2,
-                y + offset + (lowRow ? (2 * h) / 3 : 0), s, kText);
+    canvas.text(context_.font, x - (w * n) / 2, y + offset + (lowRow ? (2 * h) / 3 : 0), s, kText);
     lastX = x;
     lowRow = !lowRow;
   }
 }
 
 void Graph::SlaveXAxisPart::draw(int y, Canvas& canvas) {
-  canvas.line(master_.lineStart(left_), y + 2, master_.lineEnd(right_), y + 2,
-              kAxis);
+  canvas.line(master_.lineStart(left_), y + 2, master_.lineEnd(right_), y + 2, kAxis);
   for (const AxisTick& tick : master_.ticks()) {
     const int x = master_.xPosition(tick.time);
     canvas.line(x, y, x, y + 2, kAxis);

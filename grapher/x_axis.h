@@ -25,8 +25,7 @@ extern const char* const kDayNames[7];
 // (with ":SS" when `withSeconds`) in divisions 0 and 1, else "DD Mon" (with
 // the clock time when `withSeconds`, seconds left out on small graphs) and a
 // leading "0" turned into a blank. Raises what local() raises.
-std::string timeLabel(const Graph& graph, int64_t time, zone_t zone,
-                      bool withSeconds);
+std::string timeLabel(const Graph& graph, int64_t time, zone_t zone, bool withSeconds);
 
 struct AxisTick {
   int64_t time;

@@ -35,8 +35,7 @@ TEST(TimeDivision, SpansOfPlotAndTable) {
 
 // An axis of a medium plot with a part above, its margins set, in `zone`.
 struct Axis {
-  Axis(int64_t start, int64_t end, int left = 40, int right = 10,
-       int32_t zone = 0)
+  Axis(int64_t start, int64_t end, int left = 40, int right = 10, int32_t zone = 0)
       : graph(kPlot, start, end),
         context(graph, timeZoneValue(zone), factory),
         part(context, true, false) {
@@ -81,8 +80,7 @@ TEST(XAxisTicks, MondaysAndFirstsOfMonths) {
   Axis days(kNewYear, kNewYear + 20 * kDay);
   ASSERT_EQ(3, days.graph.division);
   EXPECT_EQ(21u, days.part.ticks().size());
-  EXPECT_EQ(" 1 Jan, 2 Jan, 3 Jan, 4 Jan, 5 Jan*,",
-            days.ticks().substr(0, 36));
+  EXPECT_EQ(" 1 Jan, 2 Jan, 3 Jan, 4 Jan, 5 Jan*,", days.ticks().substr(0, 36));
   // 60 days: division 4, the first of a month labelled, Mondays not.
   Axis months(kNewYear, kNewYear + 60 * kDay);
   ASSERT_EQ(4, months.graph.division);
@@ -96,8 +94,7 @@ TEST(XAxisTicks, MonthsStartAtTheFirstAfterStart) {
   const int64_t mid = kNewYear + 14 * kDay;  // 15 January
   Axis a(mid, mid + 200 * kDay);
   ASSERT_EQ(5, a.graph.division);
-  EXPECT_EQ(" 1 Feb*, 1 Mar*, 1 Apr*, 1 May*, 1 Jun*, 1 Jul*, 1 Aug*",
-            a.ticks());
+  EXPECT_EQ(" 1 Feb*, 1 Mar*, 1 Apr*, 1 May*, 1 Jun*, 1 Jul*, 1 Aug*", a.ticks());
 }
 
 TEST(XAxisTicks, LocalMidnightInTheChartsZone) {

@@ -35,8 +35,7 @@ void appendFixed(std::vector<YDivision>& out) {
 
 std::string rangeText(double low, double high) {
   char buf[96];
-  std::snprintf(buf, sizeof buf, "No suitable divisions found for [%g; %g]",
-                low, high);
+  std::snprintf(buf, sizeof buf, "No suitable divisions found for [%g; %g]", low, high);
   return buf;
 }
 
@@ -50,8 +49,7 @@ double stepValue(int i, bool binary) {
   return digit * std::pow(base, floorDiv(i, 9));
 }
 
-void findDivisions(bool binary, double low, double high,
-                   std::vector<YDivision>& out) {
+void findDivisions(bool binary, double low, double high, std::vector<YDivision>& out) {
   const size_t before = out.size();
   // The scale covers values from 0 up: a negative end is raised to 0 (values
   // below it are clipped to the bottom row of the plot).
@@ -90,19 +88,16 @@ void findDivisions(bool binary, double low, double high,
     if (n > kMaxDivisions) continue;
     const int32_t subdivisions = floorMod(i, 3) == 2 ? 5 : 2;
     if (n == 1) {
-      out.push_back({2, subdivisions, bottom * step,
-                     (2.0 * top - bottom) * step});
+      out.push_back({2, subdivisions, bottom * step, (2.0 * top - bottom) * step});
       break;
     }
-    out.push_back({static_cast<int32_t>(n), subdivisions, bottom * step,
-                   top * step});
+    out.push_back({static_cast<int32_t>(n), subdivisions, bottom * step, top * step});
     if (n <= 2) break;
   }
   TAVREL_ASSERT(out.size() > before, rangeText(low, high));
 }
 
-CommonScale chooseCommonScale(
-    const std::vector<std::vector<YDivision>>& candidates) {
+CommonScale chooseCommonScale(const std::vector<std::vector<YDivision>>& candidates) {
   for (const std::vector<YDivision>& group : candidates) {
     TAVREL_ASSERT(!group.empty(), "No possible division of Y-axis");
   }
@@ -118,8 +113,7 @@ CommonScale chooseCommonScale(
         if (d.count != n) continue;
         if (scale.perGroup.empty() && taken == 0) {
           scale.subdivisions = d.subdivisions;
-        } else if (scale.subdivisions != 1 &&
-                   d.subdivisions != scale.subdivisions) {
+        } else if (scale.subdivisions != 1 && d.subdivisions != scale.subdivisions) {
           scale.subdivisions = 1;
         }
         if (taken++ == 0) scale.perGroup.push_back(d);

@@ -26,14 +26,13 @@ double stepValue(int i, bool binary);
 // (low > high, as from +inf/-inf) gives the fixed candidates 6..2 over 0..d.
 // `binary` is the unit's binary flag. Never raises; values below 0 widen the
 // scale downward like any other (see README: negative values).
-void findDivisions(bool binary, double low, double high,
-                   std::vector<YDivision>& out);
+void findDivisions(bool binary, double low, double high, std::vector<YDivision>& out);
 
 // The common scale of several axes.
 struct CommonScale {
   int32_t divisions;
-  int32_t subdivisions;               // 0 or 1: no dashed lines.
-  std::vector<YDivision> perGroup;    // The chosen candidate of each group.
+  int32_t subdivisions;             // 0 or 1: no dashed lines.
+  std::vector<YDivision> perGroup;  // The chosen candidate of each group.
 };
 
 // Picks the largest count that every group offers exactly once, starting at
@@ -42,7 +41,6 @@ struct CommonScale {
 // find common y-axis division" when no count from there down to 2 fits all.
 // A group with an empty list is a fatal assertion "No possible division of
 // Y-axis".
-CommonScale chooseCommonScale(
-    const std::vector<std::vector<YDivision>>& candidates);
+CommonScale chooseCommonScale(const std::vector<std::vector<YDivision>>& candidates);
 
 }  // namespace grapher

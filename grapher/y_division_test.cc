@@ -41,8 +41,7 @@ TEST(FindDivisions, RangesOfTheManual) {
   EXPECT_EQ("5/2:0..100 2/5:0..100", candidates(0, 100));
   EXPECT_EQ("4/2:0..1024 2/5:0..1024", candidates(0, 1000, true));
   EXPECT_EQ("5/2:0..1 2/5:0..1", candidates(0, 0));
-  EXPECT_EQ("6/0:0..6 5/0:0..5 4/0:0..4 3/0:0..3 2/0:0..2",
-            candidates(kInf, -kInf));
+  EXPECT_EQ("6/0:0..6 5/0:0..5 4/0:0..4 3/0:0..3 2/0:0..2", candidates(kInf, -kInf));
 }
 
 TEST(FindDivisions, NarrowRangeIsWidened) {
@@ -73,8 +72,7 @@ TEST(FindDivisions, NegativeAndNonFiniteValuesDoNotBreakTheScale) {
   EXPECT_EQ(candidates(0, 100), candidates(-50, 100));
   EXPECT_EQ(candidates(0, 0), candidates(-5, -3));
   EXPECT_EQ(candidates(kInf, -kInf), candidates(0, kInf));
-  EXPECT_EQ(candidates(kInf, -kInf),
-            candidates(std::numeric_limits<double>::quiet_NaN(), 1));
+  EXPECT_EQ(candidates(kInf, -kInf), candidates(std::numeric_limits<double>::quiet_NaN(), 1));
   EXPECT_EQ(2, [] {
     std::vector<YDivision> out;
     findDivisions(false, 0, 1e300, out);

@@ -55,13 +55,10 @@ int chart(Args& args) {
     throw error::EParseError("--zone out of range: " + *zone);
   }
   ChartInput input = parseChartInput(readFile(in));
-  grapher::Graph graph(grapher::chartKind(input.graphObject), input.start,
-                       input.end);
+  grapher::Graph graph(grapher::chartKind(input.graphObject), input.start, input.end);
   if (size) graph.size = sizeArg(*size);
-  grapher::generate_check_image(graph, input.graphObject, input.dataType,
-                                input.records);
-  const std::vector<uint8_t> png =
-      grapher::chartPng(graph, timeZoneValue(static_cast<int32_t>(z)));
+  grapher::generate_check_image(graph, input.graphObject, input.dataType, input.records);
+  const std::vector<uint8_t> png = grapher::chartPng(graph, timeZoneValue(static_cast<int32_t>(z)));
   writeFile(out, png);
   std::cout << out << ": " << pictureSize(png) << "\n";
   return 0;
@@ -70,8 +67,7 @@ int chart(Args& args) {
 }  // namespace
 
 std::vector<Command> chart_commands() {
-  return {{"chart", "--in FILE.json --out FILE.png [--zone Z] [--size small|medium|large]",
-           chart}};
+  return {{"chart", "--in FILE.json --out FILE.png [--zone Z] [--size small|medium|large]", chart}};
 }
 
 }  // namespace tools

@@ -4,8 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "base/error.h"
-#include "tql/catalogue.h"
 #include "tools/hex.h"
+#include "tql/catalogue.h"
 
 namespace tools {
 namespace {
@@ -55,19 +55,16 @@ tsdb::interval_ptr record(int32_t dataType, const json& r) {
     if (!r.is_array() || r.size() != 5) {
       throw error::EParseError("an enum record is [mask, ngood, nbad, start, end]");
     }
-    return std::make_unique<tsdb::data_interval_enum_t>(tsdb::enum_fields{
-        r[0].get<uint32_t>(), r[1].get<uint32_t>(), r[2].get<uint32_t>(),
-        r[3].get<int64_t>(), r[4].get<int64_t>()});
+    return std::make_unique<tsdb::data_interval_enum_t>(
+        tsdb::enum_fields{r[0].get<uint32_t>(), r[1].get<uint32_t>(), r[2].get<uint32_t>(),
+                          r[3].get<int64_t>(), r[4].get<int64_t>()});
   }
   if (!r.is_array() || r.size() != 7) {
-    throw error::EParseError(
-        "a continuous record is [start, end, min, avg, max, ngood, nbad]");
+    throw error::EParseError("a continuous record is [start, end, min, avg, max, ngood, nbad]");
   }
-  return std::make_unique<tsdb::data_interval_continuous_t>(
-      tsdb::continuous_fields{r[0].get<int64_t>(), r[1].get<int64_t>(),
-                              r[2].get<float>(), r[3].get<float>(),
-                              r[4].get<float>(), r[5].get<uint32_t>(),
-                              r[6].get<uint32_t>()});
+  return std::make_unique<tsdb::data_interval_continuous_t>(tsdb::continuous_fields{
+      r[0].get<int64_t>(), r[1].get<int64_t>(), r[2].get<float>(), r[3].get<float>(),
+      r[4].get<float>(), r[5].get<uint32_t>(), r[6].get<uint32_t>()});
 }
 
 // Runs `step`, putting `where` in front of the text of what it raises.
@@ -101,8 +98,7 @@ ChartInput parseChartInput(const std::string& text) {
   at("start", [&] { in.start = doc["start"].get<int64_t>(); });
   at("end", [&] { in.end = doc["end"].get<int64_t>(); });
   at("data_type", [&] { in.dataType = doc["data_type"].get<int32_t>(); });
-  if (in.dataType != 2 && in.dataType != 3 && in.dataType != 5 &&
-      in.dataType != 6) {
+  if (in.dataType != 2 && in.dataType != 3 && in.dataType != 5 && in.dataType != 6) {
     throw error::EParseError("data_type must be 2, 3, 5 or 6");
   }
   const json& records = doc["records"];
@@ -112,13 +108,10 @@ ChartInput parseChartInput(const std::string& text) {
        [&] { in.records.push_back(record(in.dataType, records[i])); });
   }
   for (const auto& [name, value] : doc.items()) {
-    if (name == "start" || name == "end" || name == "data_type" ||
-        name == "records") {
+    if (name == "start" || name == "end" || name == "data_type" || name == "records") {
       continue;
     }
-    at(name, [&] {
-      in.graphObject.set_property(propertyValue(propertyNumber(name), value));
-    });
+    at(name, [&] { in.graphObject.set_property(propertyValue(propertyNumber(name), value)); });
   }
   return in;
 }

@@ -40,10 +40,9 @@ TEST(ChartInput, ReadsPropertiesByNameAndRecords) {
   in.records[1]->text(text);
   EXPECT_NE(std::string::npos, text.find("(avg: 25"));
   EXPECT_EQ("80.000000", in.graphObject.property(510).text());  // warnIfAbove
-  EXPECT_TRUE(in.graphObject.property(511).is_null);          // alertIfAbove
+  EXPECT_TRUE(in.graphObject.property(511).is_null);            // alertIfAbove
   EXPECT_EQ(std::string("\x11\x09", 2),
-            static_cast<const tql::property_blob_t&>(
-                in.graphObject.property(2300)).value);        // unit
+            static_cast<const tql::property_blob_t&>(in.graphObject.property(2300)).value);  // unit
   const ChartInput e = parseChartInput(
       R"({"start": 0, "end": 10, "data_type": 3, "stateColors": {"string": "gr"},
           "records": [[3, 1, 0, 0, 10]]})");
@@ -52,8 +51,7 @@ TEST(ChartInput, ReadsPropertiesByNameAndRecords) {
 }
 
 TEST(ChartInput, TellsWhatIsWrong) {
-  EXPECT_EQ("missing field records",
-            parseError(R"({"start": 0, "end": 1, "data_type": 5})"));
+  EXPECT_EQ("missing field records", parseError(R"({"start": 0, "end": 1, "data_type": 5})"));
   EXPECT_EQ("data_type must be 2, 3, 5 or 6",
             parseError(R"({"start": 0, "end": 1, "data_type": 4, "records": []})"));
   EXPECT_EQ("nosuchthing: unknown property nosuchthing",
@@ -64,9 +62,9 @@ TEST(ChartInput, TellsWhatIsWrong) {
                            "unit": {"hex": "11"}})"));
   EXPECT_EQ("records[0]: a continuous record is [start, end, min, avg, max, ngood, nbad]",
             parseError(R"({"start": 0, "end": 1, "data_type": 5, "records": [[1, 2]]})"));
-  EXPECT_NE(std::string::npos,
-            parseError(R"({"start": "x", "end": 1, "data_type": 5, "records": []})")
-                .find("start: "));
+  EXPECT_NE(
+      std::string::npos,
+      parseError(R"({"start": "x", "end": 1, "data_type": 5, "records": []})").find("start: "));
   EXPECT_EQ(0u, parseError("{").find("invalid JSON: "));
   EXPECT_EQ("expected a JSON object", parseError("[]"));
 }
@@ -76,17 +74,15 @@ class ChartCommand : public ::testing::Test {
   void SetUp() override {
     dir_ = std::filesystem::temp_directory_path() /
            ("chart_tool_test." +
-            std::string(::testing::UnitTest::GetInstance()
-                            ->current_test_info()
-                            ->name()));
+            std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
     std::filesystem::create_directories(dir_);
   }
   void TearDown() override { std::filesystem::remove_all(dir_); }
 
   int run(const std::string& json, std::vector<std::string> extra) {
     std::ofstream(dir_ / "in.json") << json;
-    std::vector<std::string> words = {"--in", (dir_ / "in.json").string(),
-                                      "--out", (dir_ / "out.png").string()};
+    std::vector<std::string> words = {"--in", (dir_ / "in.json").string(), "--out",
+                                      (dir_ / "out.png").string()};
     words.insert(words.end(), extra.begin(), extra.end());
     Args args(words);
     return chart_commands().at(0).run(args);
@@ -119,11 +115,10 @@ TEST_F(ChartCommand, BadArgumentsAndFiles) {
   EXPECT_THROW(run(kContinuous, {"--size", "huge"}), error::EParseError);
   EXPECT_THROW(run(kContinuous, {"--zone", "99999999999"}), error::EParseError);
   EXPECT_THROW(run(kContinuous, {"--colour", "red"}), error::EParseError);
-  Args missing({"--in", (dir_ / "none.json").string(), "--out",
-                (dir_ / "x.png").string()});
+  Args missing({"--in", (dir_ / "none.json").string(), "--out", (dir_ / "x.png").string()});
   EXPECT_THROW(chart_commands().at(0).run(missing), error::Exception);
-  Args unwritable({"--in", (dir_ / "in.json").string(), "--out",
-                   (dir_ / "no" / "dir" / "x.png").string()});
+  Args unwritable(
+      {"--in", (dir_ / "in.json").string(), "--out", (dir_ / "no" / "dir" / "x.png").string()});
   EXPECT_THROW(chart_commands().at(0).run(unwritable), error::Exception);
 }
 
