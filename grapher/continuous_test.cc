@@ -9,12 +9,11 @@ namespace grapher {
 namespace {
 
 using testing::drawn;
+using testing::kDay;
+using testing::kHour;
 using testing::kNewYear;
 using testing::Picture;
 using testing::series;
-
-constexpr int64_t kHour = 3600;
-constexpr int64_t kDay = 86400;
 
 // A medium plot of one day with one line on a fixed 0..100 scale: labels
 // "100" to "0" make the left margin 3 x 6 + 6 = 24, the plot has rows 19 to

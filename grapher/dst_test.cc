@@ -13,10 +13,10 @@
 namespace grapher {
 namespace {
 
+using testing::kDay;
+using testing::kHour;
 using testing::kNewYear;
 
-constexpr int64_t kHour = 3600;
-constexpr int64_t kDay = 86400;
 // 2026-03-27 00:00 CET; summer time starts on Sunday 29 March.
 constexpr int64_t kMarch27 = kNewYear + 84 * kDay + 23 * kHour;
 // 2026-10-20 00:00 CEST; summer time ends on Sunday 25 October.

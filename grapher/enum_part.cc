@@ -25,6 +25,22 @@ void stripes(Canvas& canvas, int x0, int x1, int top, int rows, const std::set<i
 
 }  // namespace
 
+void walkEnumSamples(
+    const EnumSeries& series,
+    const std::function<void(const EnumSample* previous, const EnumSample& sample)>& visit) {
+  for (const std::vector<EnumSample>& segment : series.segments) {
+    const EnumSample* previous = nullptr;
+    for (const EnumSample& sample : segment) {
+      if (sample.unknown > 0.99) {
+        previous = nullptr;
+        continue;
+      }
+      visit(previous, sample);
+      previous = &sample;
+    }
+  }
+}
+
 int classColour(int stateClass) {
   if (stateClass == 0) return kGreen;
   if (stateClass == 1) return kYellow;
@@ -132,35 +148,27 @@ void Graph::EnumPart::drawRow(const EnumLine& line, int r, Canvas& canvas) {
   canvas.text(context_.font, 0, (r + 38 - h + r + 2) / 2,
               tavml::dot_string_width(line.name, context_.width / 4 / w), kText);
   const EnumSeries& series = line.primary;
-  for (const std::vector<EnumSample>& segment : series.segments) {
-    const EnumSample* previous = nullptr;
-    for (const EnumSample& sample : segment) {
-      if (sample.unknown > 0.99) {
-        previous = nullptr;
-        continue;
-      }
-      // Between two samples the states of both ends count; a lone sample
-      // is a bar one pixel wide.
-      int x0 = xAxis_.xPosition(sample.time);
-      int x1 = x0 + 1;
-      uint32_t mask = sample.states;
-      if (previous != nullptr) {
-        x0 = xAxis_.xPosition(previous->time);
-        x1 = xAxis_.xPosition(sample.time);
-        mask |= previous->states;
-      }
-      std::set<int> states;
-      std::set<int> classes;
-      for (int bit = 0; bit < 32; ++bit) {
-        if ((mask >> bit & 1u) == 0) continue;
-        states.insert(stateColour(bit));
-        classes.insert(classColourOf(series.classes, bit));
-      }
-      stripes(canvas, x0, x1, r + 2, 23, states);
-      stripes(canvas, x0, x1, r + 27, 11, classes);
-      previous = &sample;
+  walkEnumSamples(series, [&](const EnumSample* previous, const EnumSample& sample) {
+    // Between two samples the states of both ends count; a lone sample
+    // is a bar one pixel wide.
+    int x0 = xAxis_.xPosition(sample.time);
+    int x1 = x0 + 1;
+    uint32_t mask = sample.states;
+    if (previous != nullptr) {
+      x0 = xAxis_.xPosition(previous->time);
+      x1 = xAxis_.xPosition(sample.time);
+      mask |= previous->states;
     }
-  }
+    std::set<int> states;
+    std::set<int> classes;
+    for (int bit = 0; bit < 32; ++bit) {
+      if ((mask >> bit & 1u) == 0) continue;
+      states.insert(stateColour(bit));
+      classes.insert(classColourOf(series.classes, bit));
+    }
+    stripes(canvas, x0, x1, r + 2, 23, states);
+    stripes(canvas, x0, x1, r + 27, 11, classes);
+  });
 }
 
 void Graph::EnumPart::drawLegend(int top, Canvas& canvas) {

@@ -3,6 +3,7 @@
 // red) in the lower one, under a legend of the states.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -15,6 +16,14 @@ namespace grapher {
 int classColour(int stateClass);
 // The class colour of `state` in `classes`; a state without a class is red.
 int classColourOf(const std::map<int, int>& classes, int state);
+
+// Walks the samples of `series` that an enum chart shows, segment by
+// segment: `visit(previous, sample)` with the sample before it in the same
+// run, or null at the start of a run. A sample with `unknown` above 0.99 is
+// passed over and starts a new run.
+void walkEnumSamples(
+    const EnumSeries& series,
+    const std::function<void(const EnumSample* previous, const EnumSample& sample)>& visit);
 
 class Graph::EnumPart : public Graph::GraphPart {
  public:

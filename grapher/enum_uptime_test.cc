@@ -9,11 +9,10 @@ namespace grapher {
 namespace {
 
 using testing::drawn;
+using testing::kDay;
+using testing::kHour;
 using testing::kNewYear;
 using testing::Picture;
-
-constexpr int64_t kHour = 3600;
-constexpr int64_t kDay = 86400;
 
 // Enum charts of one day: the axis (21 + 4 rows) on top, then the first row
 // of bars: upper bar rows 27..49, lower bar rows 52..62. The name column of

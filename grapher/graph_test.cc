@@ -18,11 +18,11 @@ namespace grapher {
 namespace {
 
 using testing::drawn;
+using testing::kDay;
+using testing::kHour;
 using testing::kNewYear;
 using testing::Picture;
 using testing::series;
-
-constexpr int64_t kDay = 86400;
 
 // The class names of the parts, top to bottom, without the "Graph::" prefix.
 std::string partList(const Graph& graph) {

@@ -49,22 +49,14 @@ Graph::TabularUptimePart::TabularUptimePart(const GraphContext& context, const U
 Graph::TabularEnumPart::TabularEnumPart(const GraphContext& context, const EnumLine& line)
     : TabularPart(context, false) {
   const EnumSeries& series = line.primary;
-  for (const std::vector<EnumSample>& segment : series.segments) {
-    const EnumSample* previous = nullptr;
-    for (const EnumSample& sample : segment) {
-      if (sample.unknown > 0.99) {
-        previous = nullptr;
-        continue;
-      }
-      if (previous != nullptr) {
-        cells_.push_back({previous->time, sample.time - previous->time,
-                          enumCellColours(previous->states | sample.states, series.classes)});
-      } else {
-        cells_.push_back({sample.time, 1, enumCellColours(sample.states, series.classes)});
-      }
-      previous = &sample;
+  walkEnumSamples(series, [&](const EnumSample* previous, const EnumSample& sample) {
+    if (previous != nullptr) {
+      cells_.push_back({previous->time, sample.time - previous->time,
+                        enumCellColours(previous->states | sample.states, series.classes)});
+    } else {
+      cells_.push_back({sample.time, 1, enumCellColours(sample.states, series.classes)});
     }
-  }
+  });
 }
 
 }  // namespace grapher

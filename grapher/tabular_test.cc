@@ -8,11 +8,10 @@ namespace grapher {
 namespace {
 
 using testing::drawn;
+using testing::kDay;
+using testing::kHour;
 using testing::kNewYear;
 using testing::Picture;
-
-constexpr int64_t kHour = 3600;
-constexpr int64_t kDay = 86400;
 
 Picture uptimeTable(int64_t start, int64_t end, const std::vector<UptimeInterval>& runs,
                     int32_t size = kMedium) {

@@ -52,6 +52,8 @@ namespace grapher::testing {
 
 // 2026-01-01 00:00:00 GMT, a Thursday.
 inline constexpr int64_t kNewYear = 1767225600;
+inline constexpr int64_t kHour = 3600;
+inline constexpr int64_t kDay = 86400;
 
 // A one-segment series of (time, value) samples with min = avg = max and
 // statistics as stored data would give them.

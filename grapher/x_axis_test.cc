@@ -9,10 +9,9 @@
 namespace grapher {
 namespace {
 
+using testing::kDay;
+using testing::kHour;
 using testing::kNewYear;
-
-constexpr int64_t kHour = 3600;
-constexpr int64_t kDay = 86400;
 
 TEST(TimeDivision, SpansOfPlotAndTable) {
   EXPECT_EQ(0, timeDivision(kPlot, 43200));
