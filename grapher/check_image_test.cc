@@ -13,8 +13,7 @@
 namespace grapher {
 namespace {
 
-using testing::kNewYear;
-using testing::Picture;
+using namespace grapher::testing;  // Pictures, sample series and times.
 namespace gp = graph_property;
 
 tsdb::continuous_fields rec(int64_t start, int64_t end, float avg = 1, uint32_t ngood = 1,

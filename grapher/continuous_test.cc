@@ -8,12 +8,7 @@
 namespace grapher {
 namespace {
 
-using testing::drawn;
-using testing::kDay;
-using testing::kHour;
-using testing::kNewYear;
-using testing::Picture;
-using testing::series;
+using namespace grapher::testing;  // Pictures, sample series and times.
 
 // A medium plot of one day with one line on a fixed 0..100 scale: labels
 // "100" to "0" make the left margin 3 x 6 + 6 = 24, the plot has rows 19 to

@@ -13,9 +13,7 @@
 namespace grapher {
 namespace {
 
-using testing::kDay;
-using testing::kHour;
-using testing::kNewYear;
+using namespace grapher::testing;  // Pictures, sample series and times.
 
 // 2026-03-27 00:00 CET; summer time starts on Sunday 29 March.
 constexpr int64_t kMarch27 = kNewYear + 84 * kDay + 23 * kHour;

@@ -8,11 +8,7 @@
 namespace grapher {
 namespace {
 
-using testing::drawn;
-using testing::kDay;
-using testing::kHour;
-using testing::kNewYear;
-using testing::Picture;
+using namespace grapher::testing;  // Pictures, sample series and times.
 
 // Enum charts of one day: the axis (21 + 4 rows) on top, then the first row
 // of bars: upper bar rows 27..49, lower bar rows 52..62. The name column of

@@ -17,12 +17,7 @@
 namespace grapher {
 namespace {
 
-using testing::drawn;
-using testing::kDay;
-using testing::kHour;
-using testing::kNewYear;
-using testing::Picture;
-using testing::series;
+using namespace grapher::testing;  // Pictures, sample series and times.
 
 // The class names of the parts, top to bottom, without the "Graph::" prefix.
 std::string partList(const Graph& graph) {

@@ -7,11 +7,7 @@
 namespace grapher {
 namespace {
 
-using testing::drawn;
-using testing::kDay;
-using testing::kHour;
-using testing::kNewYear;
-using testing::Picture;
+using namespace grapher::testing;  // Pictures, sample series and times.
 
 Picture uptimeTable(int64_t start, int64_t end, const std::vector<UptimeInterval>& runs,
                     int32_t size = kMedium) {

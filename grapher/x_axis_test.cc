@@ -9,9 +9,7 @@
 namespace grapher {
 namespace {
 
-using testing::kDay;
-using testing::kHour;
-using testing::kNewYear;
+using namespace grapher::testing;  // Pictures, sample series and times.
 
 TEST(TimeDivision, SpansOfPlotAndTable) {
   EXPECT_EQ(0, timeDivision(kPlot, 43200));
