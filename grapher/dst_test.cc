@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "grapher/gd_canvas.h"
+#include "grapher/palette.h"
 #include "grapher/tabular_part.h"
 #include "grapher/test_picture.h"
 #include "grapher/x_axis.h"
@@ -62,6 +63,21 @@ TEST(DaylightSaving, TableDayColumnsFollowLocalMidnight) {
     t = u;
   }
   EXPECT_EQ((std::vector<int64_t>{24, 24, 24, 24, 24, 25, 24}), hours);
+}
+
+TEST(DaylightSaving, TheLongDayFillsItsColumn) {
+  // Ten days from 20 October: columns of 58.1 pixels from x = 18, 25 rows,
+  // 301 / 90000 pixels a second. 24 October ends at row 17 + 289 = 306,
+  // 25 October (25 hours) reaches the bottom of the table.
+  Graph g(kTabular, kOctober20, kOctober20 + 10 * kDay);
+  g.addUptimeLine({{kOctober20, kOctober20 + 10 * kDay}}, "");
+  GDCanvasFactory factory;
+  g.draw(factory, zone());
+  Picture p(factory.getCanvas().pngBytes());
+  EXPECT_EQ(kGreen, p.at(280, 300));
+  EXPECT_EQ(kBackground, p.at(280, 310));
+  EXPECT_EQ(kGreen, p.at(340, 310));
+  EXPECT_EQ(kGreen, p.at(340, 316));
 }
 
 }  // namespace
