@@ -9,6 +9,7 @@
 #include "protocol/fdio.h"
 #include "protocol/memory_stream.h"
 #include "protocol/print.h"
+#include "protocol/testing.h"
 
 namespace protocol {
 namespace {
@@ -28,15 +29,7 @@ struct Sample {
   bool operator==(const Sample&) const = default;
 };
 
-std::string hex(const std::string& bytes) {
-  std::string out;
-  char buf[4];
-  for (unsigned char c : bytes) {
-    snprintf(buf, sizeof buf, "%02x", c);
-    out += buf;
-  }
-  return out;
-}
+using testing::hex;
 
 TEST(IoprimTest, StringSpreadsOverSeveralWriteAreas) {
   // 8 length bytes fill the first area; the text takes two more.

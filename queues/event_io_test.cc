@@ -30,22 +30,12 @@ std::vector<std::unique_ptr<event>> round_trip(const std::vector<const event*>& 
   return out;
 }
 
-std::string hex_bytes(const std::string& bytes) {
-  std::string out;
-  char buf[4];
-  for (unsigned char c : bytes) {
-    snprintf(buf, sizeof buf, "%02x", c);
-    out += buf;
-  }
-  return out;
-}
-
 TEST(EventIoTest, HeaderIsSixteenBytesThenThePayload) {
   MemoryPipe pipe(64);
   ioprim io(pipe.in(), pipe.out());
   io << Tql_Acknowledge_Event(dbms, 0, {0x1234});
   io.flush();
-  EXPECT_EQ("6d000000" "02000000" "00000000" "00000000" "34120000", hex_bytes(pipe.all()));
+  EXPECT_EQ("6d000000" "02000000" "00000000" "00000000" "34120000", protocol::testing::hex(pipe.all()));
 }
 
 TEST(EventIoTest, EveryEventWithAReaderRoundTrips) {
