@@ -95,8 +95,15 @@ TEST(IoprimTest, RecordRoundTripKeepsFieldOrder) {
   Sample in{-2, "xy", true, {1, 2}};
   io << in;
   io.flush();
-  EXPECT_EQ("feffffff" "0200000000000000" + hex("xy") + "01000000" "02000000" "01000000" "02000000",
-            hex(pipe.all()));
+  EXPECT_EQ(
+      "feffffff"
+      "0200000000000000" +
+          hex("xy") +
+          "01000000"
+          "02000000"
+          "01000000"
+          "02000000",
+      hex(pipe.all()));
   Sample out;
   io >> out;
   EXPECT_EQ(in, out);
@@ -122,13 +129,19 @@ TEST(IoprimTest, ContainersRoundTrip) {
 // Corrupt or truncated input: the reader ends with io::EEndOfStream and
 // allocates only for bytes that came.
 TEST(IoprimTest, FalseCountsEndTheStreamWithoutHugeAllocations) {
-  std::string huge_string("\xff\xff\xff\xff\xff\xff\xff\x0f" "abc", 11);
+  std::string huge_string(
+      "\xff\xff\xff\xff\xff\xff\xff\x0f"
+      "abc",
+      11);
   MemoryPipe p1(8, 8, huge_string);
   ioprim io1(p1.in(), p1.out());
   std::string s;
   EXPECT_THROW(io1 >> s, io::EEndOfStream);
 
-  std::string huge_vector("\xff\xff\xff\xff" "\x01\x00\x00\x00", 8);
+  std::string huge_vector(
+      "\xff\xff\xff\xff"
+      "\x01\x00\x00\x00",
+      8);
   MemoryPipe p2(8, 8, huge_vector);
   ioprim io2(p2.in(), p2.out());
   std::vector<uint32_t> v;
