@@ -44,6 +44,9 @@ class ioprim {
   // consumed), error::ESystemError on a fault.
   void read_bytes(void* bytes, size_t n);
 
+  // The number of bytes read so far, for positions in messages.
+  uint64_t bytes_read() const { return bytes_read_; }
+
   // The input stream: a key for tables kept per stream.
   const io::IStream& input() const { return in_; }
 
@@ -84,6 +87,7 @@ class ioprim {
   size_t rpos_ = 0;
 
   int nesting_ = 0;  // Records being read, outermost included.
+  uint64_t bytes_read_ = 0;
 };
 
 }  // namespace protocol
