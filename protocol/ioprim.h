@@ -1,5 +1,5 @@
 // protocol::ioprim: reader and writer of the fdio form of values on one
-// event stream (the byte layout is written down in protocol/README.md).
+// event stream (the byte layout is written down in protocol/fdio_format.md).
 //
 // It works over one io::IStream and one io::OStream that lend their buffers.
 // It holds the area lent for writing and the area lent for reading between
