@@ -9,6 +9,7 @@
 #include "protocol/fdio.h"
 #include "protocol/memory_stream.h"
 #include "protocol/print.h"
+#include "protocol/testing.h"
 
 namespace protocol {
 namespace {
@@ -28,15 +29,7 @@ struct Sample {
   bool operator==(const Sample&) const = default;
 };
 
-std::string hex(const std::string& bytes) {
-  std::string out;
-  char buf[4];
-  for (unsigned char c : bytes) {
-    snprintf(buf, sizeof buf, "%02x", c);
-    out += buf;
-  }
-  return out;
-}
+using testing::hex;
 
 TEST(IoprimTest, StringSpreadsOverSeveralWriteAreas) {
   // 8 length bytes fill the first area; the text takes two more.
@@ -61,6 +54,7 @@ TEST(IoprimTest, ValueStraddlingReadAreasIsReadWhole) {
   uint32_t v = 0;
   io >> v;
   EXPECT_EQ(0x05040302u, v);
+  EXPECT_EQ(5u, io.bytes_read());
   char rest[3];
   io.read_bytes(rest, 3);
   EXPECT_EQ(std::string("\x06\x07\x08", 3), std::string(rest, 3));
@@ -102,8 +96,15 @@ TEST(IoprimTest, RecordRoundTripKeepsFieldOrder) {
   Sample in{-2, "xy", true, {1, 2}};
   io << in;
   io.flush();
-  EXPECT_EQ("feffffff" "0200000000000000" + hex("xy") + "01000000" "02000000" "01000000" "02000000",
-            hex(pipe.all()));
+  EXPECT_EQ(
+      "feffffff"
+      "0200000000000000" +
+          hex("xy") +
+          "01000000"
+          "02000000"
+          "01000000"
+          "02000000",
+      hex(pipe.all()));
   Sample out;
   io >> out;
   EXPECT_EQ(in, out);
@@ -129,13 +130,19 @@ TEST(IoprimTest, ContainersRoundTrip) {
 // Corrupt or truncated input: the reader ends with io::EEndOfStream and
 // allocates only for bytes that came.
 TEST(IoprimTest, FalseCountsEndTheStreamWithoutHugeAllocations) {
-  std::string huge_string("\xff\xff\xff\xff\xff\xff\xff\x0f" "abc", 11);
+  std::string huge_string(
+      "\xff\xff\xff\xff\xff\xff\xff\x0f"
+      "abc",
+      11);
   MemoryPipe p1(8, 8, huge_string);
   ioprim io1(p1.in(), p1.out());
   std::string s;
   EXPECT_THROW(io1 >> s, io::EEndOfStream);
 
-  std::string huge_vector("\xff\xff\xff\xff" "\x01\x00\x00\x00", 8);
+  std::string huge_vector(
+      "\xff\xff\xff\xff"
+      "\x01\x00\x00\x00",
+      8);
   MemoryPipe p2(8, 8, huge_vector);
   ioprim io2(p2.in(), p2.out());
   std::vector<uint32_t> v;

@@ -6,8 +6,7 @@
 
 namespace queues {
 
-exevent::exevent(queue_t to, uint32_t request, std::string error_text)
-    : exevent() {
+exevent::exevent(queue_t to, uint32_t request, std::string error_text) : exevent() {
   dest = to;
   inresponse = request;
   text = std::move(error_text);

@@ -22,10 +22,10 @@ namespace queues {
 
 class event {
  public:
-  int32_t type_index;              // The event type, 1 to 195.
-  queue_t dest = none;             // Where it goes; on a read event: where it came from.
-  uint32_t inresponse = 0;         // The request number; 0 outside an exchange.
-  bool exception = false;          // Set only on an exevent.
+  int32_t type_index;       // The event type, 1 to 195.
+  queue_t dest = none;      // Where it goes; on a read event: where it came from.
+  uint32_t inresponse = 0;  // The request number; 0 outside an exchange.
+  bool exception = false;   // Set only on an exevent.
 
   virtual ~event() = default;
   // A deep copy, owned by the caller.

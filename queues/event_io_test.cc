@@ -6,7 +6,6 @@
 
 #include "base/error.h"
 #include "io/errors.h"
-
 #include "protocol/memory_stream.h"
 #include "protocol/testing.h"
 #include "queues/event_names.h"
@@ -15,8 +14,8 @@
 namespace queues {
 namespace {
 
-using protocol::MemoryPipe;
 using protocol::ioprim;
+using protocol::MemoryPipe;
 
 // Writes the events over 8-byte areas and reads them back over 5-byte ones.
 std::vector<std::unique_ptr<event>> round_trip(const std::vector<const event*>& events) {
@@ -30,22 +29,18 @@ std::vector<std::unique_ptr<event>> round_trip(const std::vector<const event*>& 
   return out;
 }
 
-std::string hex_bytes(const std::string& bytes) {
-  std::string out;
-  char buf[4];
-  for (unsigned char c : bytes) {
-    snprintf(buf, sizeof buf, "%02x", c);
-    out += buf;
-  }
-  return out;
-}
-
 TEST(EventIoTest, HeaderIsSixteenBytesThenThePayload) {
   MemoryPipe pipe(64);
   ioprim io(pipe.in(), pipe.out());
   io << Tql_Acknowledge_Event(dbms, 0, {0x1234});
   io.flush();
-  EXPECT_EQ("6d000000" "02000000" "00000000" "00000000" "34120000", hex_bytes(pipe.all()));
+  EXPECT_EQ(
+      "6d000000"
+      "02000000"
+      "00000000"
+      "00000000"
+      "34120000",
+      protocol::testing::hex(pipe.all()));
 }
 
 TEST(EventIoTest, EveryEventWithAReaderRoundTrips) {
@@ -54,8 +49,8 @@ TEST(EventIoTest, EveryEventWithAReaderRoundTrips) {
   select.data.pattern = *tql::make_pattern(13, 4);
   Return_Tsdb_Get_Data_Event data(dbms, 2, {});
   data.data.data_type = 4;
-  data.data.data.push_back(tsdb::interval_ptr(std::make_unique<tsdb::data_interval_incident_t>(
-      tsdb::incident_fields{1, "line", 5})));
+  data.data.data.push_back(tsdb::interval_ptr(
+      std::make_unique<tsdb::data_interval_incident_t>(tsdb::incident_fields{1, "line", 5})));
   Schedule_Event_Absolute_Event schedule(schd, 0, {});
   schedule.data.time = TimeValue(1700000000, 5);
   schedule.data.ev = event_ptr(std::make_unique<Scheduled_Report_Generation_Event>(
@@ -94,10 +89,10 @@ TEST(EventIoTest, EveryEventWithAReaderRoundTrips) {
   exevent failure(rept, 14, "Backend error");
 
   std::vector<const event*> all = {
-      &select, &data, &schedule, &relative, &config, &sys_exit, &init_ok, &log, &request,
-      &create, &created, &update, &updated, &del, &deleted, &selected, &patch, &delete_patch,
-      &ack, &forget, &forgotten, &get, &put, &put_done, &merged, &append, &appended,
-      &appended_all, &truncated, &failure};
+      &select,  &data,         &schedule, &relative,     &config,    &sys_exit, &init_ok, &log,
+      &request, &create,       &created,  &update,       &updated,   &del,      &deleted, &selected,
+      &patch,   &delete_patch, &ack,      &forget,       &forgotten, &get,      &put,     &put_done,
+      &merged,  &append,       &appended, &appended_all, &truncated, &failure};
   auto back = round_trip(all);
   ASSERT_EQ(all.size(), back.size());
   for (size_t i = 0; i < all.size(); ++i) {
@@ -121,7 +116,12 @@ TEST(EventIoTest, NestedEventKeepsItsOwnDestAndRequestNumber) {
 
 TEST(EventIoTest, ExceptionWordMakesAnExeventUnderAnyType) {
   // A RETURN_TQL_UPDATE header with the exception word set, then a string.
-  std::string bytes("\x56\0\0\0" "\x0c\0\0\0" "\x05\0\0\0" "\x01\0\0\0", 16);
+  std::string bytes(
+      "\x56\0\0\0"
+      "\x0c\0\0\0"
+      "\x05\0\0\0"
+      "\x01\0\0\0",
+      16);
   bytes += std::string("\x04\0\0\0\0\0\0\0", 8) + "oops";
   MemoryPipe pipe(64, 64, bytes);
   ioprim io(pipe.in(), pipe.out());

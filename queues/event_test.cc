@@ -55,9 +55,8 @@ TEST(EventTest, PrintedForm) {
       "  clear_master_id: false\n"
       "}\n",
       printed(del));
-  EXPECT_EQ(
-      "REQUEST_SERVER_CONFIGURATION {\n  dest: main\n  inresponse: 1\n  value: 0\n}\n",
-      printed(Request_Server_Configuration_Event(main, 1, 0)));
+  EXPECT_EQ("REQUEST_SERVER_CONFIGURATION {\n  dest: main\n  inresponse: 1\n  value: 0\n}\n",
+            printed(Request_Server_Configuration_Event(main, 1, 0)));
   EXPECT_EQ("MESSAGE_EXCEPTION {\n  dest: dbms\n  inresponse: 4\n  Exception: no such id\n}\n",
             printed(exevent(dbms, 4, "no such id")));
 }

@@ -17,9 +17,11 @@ struct point_in_time_t : TimeValue {
 };
 void print_value(std::ostream& os, const point_in_time_t& t, int indent);
 
-// Event 128 SCHEDULE_EVENT_ABSOLUTE: hand `ev` back to its `dest` at `time`.
-struct Schedule_Event_Absolute_Data {
-  point_in_time_t time;
+// Hand the nested event `ev` back to its `dest` at (or after) `time`. The
+// nested event travels whole, header included, and is owned by the record.
+template <class Time>
+struct Schedule_Event_Data {
+  Time time;
   queues::event_ptr ev;
 
   template <class Self, class V>
@@ -27,20 +29,12 @@ struct Schedule_Event_Absolute_Data {
     v("time", s.time);
     v("ev", s.ev);
   }
-  bool operator==(const Schedule_Event_Absolute_Data&) const = default;
+  bool operator==(const Schedule_Event_Data&) const = default;
 };
 
-// Event 129 SCHEDULE_EVENT_RELATIVE: the same after the span `time`.
-struct Schedule_Event_Relative_Data {
-  TimeValue time;
-  queues::event_ptr ev;
-
-  template <class Self, class V>
-  static void visit(Self& s, V& v) {
-    v("time", s.time);
-    v("ev", s.ev);
-  }
-  bool operator==(const Schedule_Event_Relative_Data&) const = default;
-};
+// Event 128 SCHEDULE_EVENT_ABSOLUTE: `time` is a point in time.
+using Schedule_Event_Absolute_Data = Schedule_Event_Data<point_in_time_t>;
+// Event 129 SCHEDULE_EVENT_RELATIVE: `time` is a span from now.
+using Schedule_Event_Relative_Data = Schedule_Event_Data<TimeValue>;
 
 }  // namespace scheduler
