@@ -1,0 +1,7 @@
+#include "io/stream.h"
+
+namespace io {
+
+bool OStream::flushStep() { return false; }
+
+}  // namespace io

@@ -1,0 +1,69 @@
+// protocol::ioprim: reader and writer of the fdio form of values on one
+// event stream (the byte layout is written down in protocol/README.md).
+//
+// It works over one io::IStream and one io::OStream that lend their buffers.
+// It holds the area lent for writing and the area lent for reading between
+// calls, so many small values fill one area. Nothing it writes is visible to
+// the peer before flush().
+//
+// Not thread-safe; one ioprim per stream pair, used by one thread. The
+// streams are the caller's and must outlive the ioprim.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace io {
+class IStream;
+class OStream;
+}  // namespace io
+
+namespace protocol {
+
+class ioprim {
+ public:
+  ioprim(io::IStream& in, io::OStream& out);
+  // Gives back a read area that is still held, with what was consumed of it.
+  // Written bytes that were not flushed are committed, not waited for.
+  ~ioprim();
+  ioprim(const ioprim&) = delete;
+  ioprim& operator=(const ioprim&) = delete;
+
+  // Writes a primitive value of `n` bytes whole into one write area. When
+  // the current area has less room, its bytes are committed, the writer waits
+  // for the stream and takes a new area; a new area still too small is a
+  // fatal assertion. Raises what the stream raises (error::ESystemError).
+  void write_primitive(const void* bytes, size_t n);
+  // Writes `n` bytes that may be split over any number of write areas.
+  void write_bytes(const void* bytes, size_t n);
+  // Commits the written bytes, if any, and waits until the stream is ready.
+  void flush();
+
+  // Reads exactly `n` bytes, across as many read areas as needed. Raises
+  // io::EEndOfStream when the stream ends first (what was read stays
+  // consumed), error::ESystemError on a fault.
+  void read_bytes(void* bytes, size_t n);
+
+  // The input stream: a key for tables kept per stream.
+  const io::IStream& input() const { return in_; }
+
+ private:
+  void next_write_area();
+  void commit_write();
+  void next_read_area();
+
+  io::IStream& in_;
+  io::OStream& out_;
+
+  // The write area lent by out_: null while none is held.
+  char* wptr_ = nullptr;
+  size_t wsize_ = 0;
+  size_t wpos_ = 0;
+
+  // The read area lent by in_: size 0 while none is held.
+  const char* rptr_ = nullptr;
+  size_t rsize_ = 0;
+  size_t rpos_ = 0;
+};
+
+}  // namespace protocol
