@@ -2,14 +2,16 @@
 
 namespace tools {
 
+// Each group declares its table here; the groups are defined in their files.
+std::vector<Command> units_commands();
+std::vector<Command> time_commands();
 std::vector<Command> tavml_commands();
 
-// Each group declares its table here; the groups are defined in their files.
 const std::vector<Command>& commands() {
   static const std::vector<Command> all = [] {
     std::vector<Command> list;
-    for (auto group : {tavml_commands}) {
-      for (Command& c : group()) list.push_back(c);
+    for (auto group : {units_commands, time_commands, tavml_commands}) {
+      for (const Command& c : group()) list.push_back(c);
     }
     return list;
   }();
