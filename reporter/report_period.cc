@@ -9,7 +9,6 @@
 namespace {
 
 // Property numbers of a Report.
-constexpr int32_t kType = 500;
 constexpr int32_t kFormGraph = 332;
 constexpr int32_t kFormSummary = 331;
 constexpr int32_t kGoodScore = 504;
@@ -18,12 +17,6 @@ constexpr int32_t kAlertScore = 506;
 constexpr int32_t kIncludeConfig = 335;
 constexpr int32_t kHideSectionLevel = 337;
 constexpr int32_t kHideSectionThreshold = 338;
-constexpr int32_t kPeriod = 307;
-constexpr int32_t kStartTime = 305;
-constexpr int32_t kDuration = 306;
-
-constexpr uint32_t kReportTypeEnum = 0x1001e;
-constexpr uint32_t kPeriodEnum = 0x1000a;
 
 // The value of a set property of kind K, or null.
 template <int32_t K>
@@ -50,7 +43,7 @@ int64_t seconds(const tql::patch_t& report, int32_t number) {
 }
 
 void readSettings(const tql::patch_t& report, ResolvedIssue& options) {
-  tql::decode_enum(report.property(kType), kReportTypeEnum, options.kind);
+  tql::decode_enum(report.property(kReportType), kReportTypeEnum, options.kind);
   options.wantGraph = flag(report, kFormGraph);
   options.wantSummary = flag(report, kFormSummary);
   options.wantIncidents = flag(report, kGoodScore) || flag(report, kWarnScore) ||
@@ -121,12 +114,12 @@ void Report::resolveIssue(const tql::patch_t& report, int64_t when, ResolvedIssu
   tm.isdst = -1;
   options.start = 0;
   options.duration = 0;
-  const tql::property_t* period = report.find_property(kPeriod);
+  const tql::property_t* period = report.find_property(kReportPeriod);
   options.hasPeriod = period != nullptr;
   if (period == nullptr) return;
   if (period->is_null) {
-    options.start = seconds(report, kStartTime);
-    options.duration = seconds(report, kDuration);
+    options.start = seconds(report, kReportStartTime);
+    options.duration = seconds(report, kReportDuration);
     return;
   }
   uint32_t value = 0;
