@@ -25,8 +25,10 @@ inline uint64_t& thresholdSum(const Thresholds& t, float min, float max, Sums& s
 // when the span is too long for 64.
 inline int64_t badShare(uint32_t nbad, uint32_t ngood, int64_t span) {
   const uint64_t n = uint64_t{nbad} + ngood;
-  if (span <= INT32_MAX) return static_cast<int64_t>((nbad * static_cast<uint64_t>(span) + n / 2) / n);
-  const unsigned __int128 product = static_cast<unsigned __int128>(nbad) * static_cast<uint64_t>(span);
+  if (span <= INT32_MAX)
+    return static_cast<int64_t>((nbad * static_cast<uint64_t>(span) + n / 2) / n);
+  const unsigned __int128 product =
+      static_cast<unsigned __int128>(nbad) * static_cast<uint64_t>(span);
   return static_cast<int64_t>((product + n / 2) / n);
 }
 
@@ -44,15 +46,16 @@ inline void classifyContinuous(const Thresholds& t, const ContinuousSample& s, i
     thresholdSum(t, s.min, s.max, sums) += static_cast<uint64_t>(span);
   } else {
     sums.unknown += static_cast<uint64_t>(span);
-    if (span != 0) [[unlikely]] logSpanWithoutGood();
+    if (span != 0) [[unlikely]]
+      logSpanWithoutGood();
   }
 }
 
 // Data types 6 and 2: the whole span to one sum.
 inline void classifyWhole(const Thresholds& t, const ContinuousSample& s, int64_t span,
                           Sums& sums) {
-  uint64_t& sum = s.ngood != 0 ? thresholdSum(t, s.min, s.max, sums)
-                               : (s.nbad != 0 ? sums.bad : sums.unknown);
+  uint64_t& sum =
+      s.ngood != 0 ? thresholdSum(t, s.min, s.max, sums) : (s.nbad != 0 ? sums.bad : sums.unknown);
   sum += static_cast<uint64_t>(span);
 }
 

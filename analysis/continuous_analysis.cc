@@ -17,7 +17,8 @@ namespace {
 // Filters, logs the counts, and returns the filtered list (maybe empty).
 SampleList<ContinuousSample> numericHead(SampleList<ContinuousSample> samples,
                                          const Interval& interval, const char* kind) {
-  TAVREL_ASSERT(!samples.empty(), std::string(kind) + " data analysis routine given empty data set");
+  TAVREL_ASSERT(!samples.empty(),
+                std::string(kind) + " data analysis routine given empty data set");
   const SampleList<ContinuousSample> list = filterSamples(interval, samples);
   if (log_tracing()) {
     log("Before: " + std::to_string(samples.size()) + ", after: " + std::to_string(list.size()),

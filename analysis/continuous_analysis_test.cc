@@ -136,9 +136,8 @@ TEST(ContinuousAnalysis, DamagedValuesWrapInsteadOfOverflowing) {
                                measured(1200, 1300, 1, 0xffffffff, 0xffffffff)});
   IssueStats stats;
   CheckAnalysis(check, false, stats).analyseContinuous(r.list(), {1000, 1300});
-  EXPECT_EQ(
-      "ok 150 warn 0 alert 0 bad 50 unknown 9223372036854774708 total 9223372036854774908",
-      sums(stats));
+  EXPECT_EQ("ok 150 warn 0 alert 0 bad 50 unknown 9223372036854774708 total 9223372036854774908",
+            sums(stats));
 }
 
 TEST(AccumulationAnalysis, WholeSpanToOneSumWithoutProportionalShare) {

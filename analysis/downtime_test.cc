@@ -19,16 +19,14 @@ std::string render(const std::vector<DowntimeFolder>& folders) {
   return out;
 }
 
-tql::patch_t selection(std::vector<tql::patch_t> plans) {
-  return object(13, std::move(plans));
-}
+tql::patch_t selection(std::vector<tql::patch_t> plans) { return object(13, std::move(plans)); }
 
 TEST(ScheduledDowntime, WeekDaysInReverseAndInactiveLeftOut) {
-  const auto week = object(schema::kWeekPlanner,
-                           {dayPlanner("monday", {event(true, 8 * kHour, 30 * 60)}),
-                            dayPlanner("tuesday", {event(false, 0, kHour),
-                                                   event(true, 22 * kHour, 3 * kHour),
-                                                   event(true, 0, 59)})});
+  const auto week =
+      object(schema::kWeekPlanner,
+             {dayPlanner("monday", {event(true, 8 * kHour, 30 * 60)}),
+              dayPlanner("tuesday", {event(false, 0, kHour), event(true, 22 * kHour, 3 * kHour),
+                                     event(true, 0, 59)})});
   const auto day = dayPlanner("daily", {event(true, 90, 3600)});
   // Only the last Plan counts.
   const auto rows = scheduledDowntime(

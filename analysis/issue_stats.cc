@@ -7,7 +7,7 @@
 double IssueStats::availability() const {
   if (sum_total_time == 0) return std::numeric_limits<double>::quiet_NaN();
   const double available = static_cast<double>(sum_unknown_time) +
-                            static_cast<double>(sum_ok_time) + static_cast<double>(sum_warn_time);
+                           static_cast<double>(sum_ok_time) + static_cast<double>(sum_warn_time);
   return available * 100.0 / static_cast<double>(sum_total_time);
 }
 

@@ -15,11 +15,11 @@ struct IssueStats {
   int64_t sum_bad_time = 0;
   int64_t sum_unknown_time = 0;
   int64_t sum_total_time = 0;
-  double worst = 100.0;        // The lowest availability below this level.
-  tql::id_t worstFolder;       // The folder of that worst item.
-  std::string worstName;       // Its label.
-  tql::id_t explanationFolder; // The "Availability explanation" folder; never merged.
-  uint32_t checks = 0;         // Checks analysed below this level.
+  double worst = 100.0;         // The lowest availability below this level.
+  tql::id_t worstFolder;        // The folder of that worst item.
+  std::string worstName;        // Its label.
+  tql::id_t explanationFolder;  // The "Availability explanation" folder; never merged.
+  uint32_t checks = 0;          // Checks analysed below this level.
 
   // NaN when sum_total_time is 0, else (unknown + ok + warn) x 100 / total,
   // each sum converted to double first. Unknown time counts as available.

@@ -40,8 +40,8 @@ void addDailyEvent(IntervalSet& result, const tql::patch_t& event, TimeValue sta
   }
 }
 
-void addDayPlanner(IntervalSet& result, const tql::patch_t& planner, TimeValue start,
-                   TimeValue end, const std::string* weekday) {
+void addDayPlanner(IntervalSet& result, const tql::patch_t& planner, TimeValue start, TimeValue end,
+                   const std::string* weekday) {
   for (const tql::patch_t& event : planner.children) {
     if (event.class_ == schema::kEvent && eventActive(event)) {
       addDailyEvent(result, event, start, end, weekday);

@@ -40,9 +40,9 @@ std::string range(int64_t b, int64_t e) {
 
 TEST(PlanIntervals, DayPlannerEveryDayMergedAndClipped) {
   // 08:00 + 9 h and 09:00 + 1 h merge; an inactive event adds nothing.
-  const auto p = plan({dayPlanner("x", {event(true, 8 * kHour, 9 * kHour),
-                                        event(true, 9 * kHour, kHour),
-                                        event(false, 0, 24 * kHour)})});
+  const auto p =
+      plan({dayPlanner("x", {event(true, 8 * kHour, 9 * kHour), event(true, 9 * kHour, kHour),
+                             event(false, 0, 24 * kHour)})});
   // From Monday 12:00 to Wednesday 10:00: cut at both ends.
   const int32_t start = kMonday + 12 * kHour;
   const int32_t end = kMonday + 2 * kDay + 10 * kHour;
@@ -53,8 +53,8 @@ TEST(PlanIntervals, DayPlannerEveryDayMergedAndClipped) {
 }
 
 TEST(PlanIntervals, EventsEndToEndBecomeOne) {
-  const auto p = plan({dayPlanner("x", {event(true, 8 * kHour, kHour),
-                                        event(true, 9 * kHour, kHour)})});
+  const auto p =
+      plan({dayPlanner("x", {event(true, 8 * kHour, kHour), event(true, 9 * kHour, kHour)})});
   EXPECT_EQ(range(kMonday + 8 * kHour, kMonday + 10 * kHour),
             planText(p, kMonday, kMonday + 12 * kHour));
 }
@@ -64,9 +64,9 @@ TEST(PlanIntervals, WeekPlannerAcrossDaylightSaving) {
   // reached by adding 7 x 86400 s to the first midnight: 01:00 CEST, so
   // the event falls at 09:00 local time. The third "Monday" lies past the
   // end and is clipped away.
-  const auto week = object(schema::kWeekPlanner,
-                           {dayPlanner("monday", {event(true, 8 * kHour, 2 * kHour)}),
-                            dayPlanner("Tuesday", {event(true, 0, kHour)})});
+  const auto week =
+      object(schema::kWeekPlanner, {dayPlanner("monday", {event(true, 8 * kHour, 2 * kHour)}),
+                                    dayPlanner("Tuesday", {event(true, 0, kHour)})});
   const int32_t start = kMondayBeforeDst;
   const int32_t end = start + 14 * kDay;
   const int32_t secondMonday0900 = 1774854000;  // 30 March 2026 09:00 CEST
@@ -78,10 +78,10 @@ TEST(PlanIntervals, WeekPlannerAcrossDaylightSaving) {
 TEST(PlanIntervals, DatePlannerDayBeforeStartTakesPartThroughTheClip) {
   // The day before start: date + one day is not before start, so its event
   // from 22:00 for 4 hours is kept and cut at start.
-  const auto p = plan({datePlanner(kMonday - kDay, {event(true, 22 * kHour, 4 * kHour)}),
-                       datePlanner(kMonday + kDay, {event(true, kHour, kHour),
-                                                    event(false, 0, kHour)}),
-                       datePlanner(kMonday + 5 * kDay, {event(true, 0, kHour)})});
+  const auto p =
+      plan({datePlanner(kMonday - kDay, {event(true, 22 * kHour, 4 * kHour)}),
+            datePlanner(kMonday + kDay, {event(true, kHour, kHour), event(false, 0, kHour)}),
+            datePlanner(kMonday + 5 * kDay, {event(true, 0, kHour)})});
   EXPECT_EQ(range(kMonday, kMonday + 2 * kHour) + " " +
                 range(kMonday + kDay + kHour, kMonday + kDay + 2 * kHour),
             planText(p, kMonday, kMonday + 2 * kDay));

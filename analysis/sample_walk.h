@@ -52,8 +52,8 @@ inline void addGap(int64_t gap, uint32_t delta, int64_t& span, Sums& sums) {
 // The span of `s` with the gap since `prevEnd`; the right gap up to
 // `rightEnd` too when `last`.
 template <class Sample>
-inline int64_t spanOf(const Sample& s, int64_t prevEnd, uint32_t delta, bool last,
-                      int64_t rightEnd, Sums& sums) {
+inline int64_t spanOf(const Sample& s, int64_t prevEnd, uint32_t delta, bool last, int64_t rightEnd,
+                      Sums& sums) {
   int64_t gap = wrapSub(s.start, prevEnd);
   if (gap < 0) [[unlikely]] {
     logNegativeGap(gap, s.start);
@@ -88,8 +88,8 @@ inline int64_t spanOf(const Sample& s, int64_t prevEnd, uint32_t delta, bool las
 // (never negative), gaps included; adds the sums to `stats` at the end.
 // Returns the start of the first sample of `list`.
 template <class Sample, class Classify>
-int64_t walkSamples(SampleList<Sample> list, const Interval& interval,
-                    const WalkSettings& settings, IssueStats& stats, Classify&& classify) {
+int64_t walkSamples(SampleList<Sample> list, const Interval& interval, const WalkSettings& settings,
+                    IssueStats& stats, Classify&& classify) {
   Sums sums;
   int64_t prevEnd = settings.fromFirstSample ? list.front()->start : interval.begin.seconds;
   const int64_t end = interval.end.seconds;

@@ -32,7 +32,8 @@ StateTable loadStateTable(const tql::patch_t& check) {
 template <class Sample>
 SampleList<Sample> stateFilter(SampleList<Sample> samples, const Interval& interval,
                                const char* kind, const char* lowerKind) {
-  TAVREL_ASSERT(!samples.empty(), std::string(kind) + " data analysis routine given empty data set");
+  TAVREL_ASSERT(!samples.empty(),
+                std::string(kind) + " data analysis routine given empty data set");
   const SampleList<Sample> list = filterSamples(interval, samples);
   if (list.empty() && log_tracing()) {
     log(std::string("After filtering, ") + lowerKind + " data set was empty", kLogTrace);

@@ -30,8 +30,8 @@ TEST(EnumAnalysis, TimeSharedEquallyAmongTheStatesRemainderInNoSum) {
   // in the total alone. Then 7 s of state 9 (no stateAction9): unknown; and
   // 6 s of states 0 and 1: 3 s each.
   auto check = withAction(withAction(withAction(frequencyCheck(60), 0, 0), 1, 1), 5, 2);
-  Records<EnumSample> r({states(100, 110, 0b100011), states(110, 117, 1u << 9),
-                         states(117, 123, 0b11)});
+  Records<EnumSample> r(
+      {states(100, 110, 0b100011), states(110, 117, 1u << 9), states(117, 123, 0b11)});
   IssueStats stats;
   EXPECT_EQ(100, CheckAnalysis(check, false, stats).analyseEnum(r.list(), {100, 123}));
   EXPECT_EQ("ok 6 warn 6 alert 3 bad 0 unknown 7 total 23", sums(stats));

@@ -15,11 +15,11 @@ TEST(Thresholds, AbsoluteBeatsPercentAndPercentUsesTheRange) {
   tql::patch_t c = object(1);
   withReal(c, schema::kRangeMin, 10);
   withReal(c, schema::kRangeMax, 110);
-  withReal(c, schema::kWarnIfAbovePct, 25);      // 100 x 0.25 + 10
+  withReal(c, schema::kWarnIfAbovePct, 25);  // 100 x 0.25 + 10
   withUint(c, schema::kAlertIfAbove, 90);
-  withReal(c, schema::kAlertIfAbovePct, 50);     // not used
+  withReal(c, schema::kAlertIfAbovePct, 50);  // not used
   withNull(c, schema::kWarnIfBelow, 13);
-  withReal(c, schema::kWarnIfBelowPct, 5);       // the absolute one is null
+  withReal(c, schema::kWarnIfBelowPct, 5);  // the absolute one is null
   const Thresholds t = loadThresholds(c);
   EXPECT_DOUBLE_EQ(35.0, t.warnAbove);
   EXPECT_DOUBLE_EQ(90.0, t.alertAbove);

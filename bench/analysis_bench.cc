@@ -37,9 +37,9 @@ tql::patch_t benchCheck() {
   check.set_property(tql::make_property<13>(schema::kWarnIfAbove, 70.0));
   check.set_property(tql::make_property<13>(schema::kAlertIfAbove, 90.0));
   for (int32_t n = 0; n < 4; ++n) {
-    check.set_property(tql::make_property<25>(schema::kStateAction0 + n,
-                                              tql::enum_value_t{schema::kStateActionEnum,
-                                                                static_cast<uint32_t>(n)}));
+    check.set_property(tql::make_property<25>(
+        schema::kStateAction0 + n,
+        tql::enum_value_t{schema::kStateActionEnum, static_cast<uint32_t>(n)}));
   }
   return check;
 }
@@ -95,15 +95,14 @@ void run(benchmark::State& state, std::vector<Sample> records, Analyse analyse) 
     benchmark::DoNotOptimize(analyse(analysis, SampleList<Sample>(list), all));
     benchmark::ClobberMemory();
   }
-  state.counters["samples/s"] = benchmark::Counter(
-      static_cast<double>(kSamples) * static_cast<double>(state.iterations()),
-      benchmark::Counter::kIsRate);
+  state.counters["samples/s"] =
+      benchmark::Counter(static_cast<double>(kSamples) * static_cast<double>(state.iterations()),
+                         benchmark::Counter::kIsRate);
 }
 
 void BM_Continuous(benchmark::State& state) {
-  run(state, continuousRecords(), [](CheckAnalysis& a, auto list, const Interval& i) {
-    return a.analyseContinuous(list, i);
-  });
+  run(state, continuousRecords(),
+      [](CheckAnalysis& a, auto list, const Interval& i) { return a.analyseContinuous(list, i); });
 }
 
 void BM_Accumulation(benchmark::State& state) {
@@ -113,15 +112,13 @@ void BM_Accumulation(benchmark::State& state) {
 }
 
 void BM_Uptime(benchmark::State& state) {
-  run(state, continuousRecords(), [](CheckAnalysis& a, auto list, const Interval& i) {
-    return a.analyseUptime(list, i);
-  });
+  run(state, continuousRecords(),
+      [](CheckAnalysis& a, auto list, const Interval& i) { return a.analyseUptime(list, i); });
 }
 
 void BM_Enum(benchmark::State& state) {
-  run(state, enumRecords(), [](CheckAnalysis& a, auto list, const Interval& i) {
-    return a.analyseEnum(list, i);
-  });
+  run(state, enumRecords(),
+      [](CheckAnalysis& a, auto list, const Interval& i) { return a.analyseEnum(list, i); });
 }
 
 BENCHMARK(BM_Continuous)->Iterations(10)->Unit(benchmark::kMillisecond);

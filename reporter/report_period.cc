@@ -21,7 +21,7 @@ constexpr int32_t kHideSectionThreshold = 338;
 // The value of a set property of kind K, or null.
 template <int32_t K>
 const typename tql::property_kind_t<K>::value_type* valueOf(const tql::patch_t& report,
-                                                           int32_t number) {
+                                                            int32_t number) {
   const auto* p = dynamic_cast<const tql::property_kind_t<K>*>(report.find_property(number));
   return p != nullptr && !p->is_null ? &p->value : nullptr;
 }

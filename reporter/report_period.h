@@ -8,19 +8,19 @@
 #include "tql/patch.h"
 
 // Property numbers and enumerations of a Report that resolveIssue reads.
-inline constexpr int32_t kReportType = 500;        // enumeration kReportTypeEnum, required
-inline constexpr int32_t kReportPeriod = 307;      // enumeration kPeriodEnum
-inline constexpr int32_t kReportStartTime = 305;   // of a fixed period
-inline constexpr int32_t kReportDuration = 306;    // of a fixed period
+inline constexpr int32_t kReportType = 500;       // enumeration kReportTypeEnum, required
+inline constexpr int32_t kReportPeriod = 307;     // enumeration kPeriodEnum
+inline constexpr int32_t kReportStartTime = 305;  // of a fixed period
+inline constexpr int32_t kReportDuration = 306;   // of a fixed period
 inline constexpr uint32_t kReportTypeEnum = 0x1001e;
 inline constexpr uint32_t kPeriodEnum = 0x1000a;
 
 // The `period` values of a Report.
 inline constexpr uint32_t kPeriodYesterday = 1;
-inline constexpr uint32_t kPeriodLastWeek = 2;     // Monday to Sunday
+inline constexpr uint32_t kPeriodLastWeek = 2;  // Monday to Sunday
 inline constexpr uint32_t kPeriodLastMonth = 3;
 inline constexpr uint32_t kPeriodLastYear = 4;
-inline constexpr uint32_t kPeriodEverything = 5;   // From the start of monitoring to `when`.
+inline constexpr uint32_t kPeriodEverything = 5;  // From the start of monitoring to `when`.
 inline constexpr uint32_t kPeriodLastQuarter = 6;
 
 struct Report {

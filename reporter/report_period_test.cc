@@ -104,8 +104,8 @@ TEST(ResolveSettings, DefaultsAndWhatCountsAsTrue) {
   EXPECT_EQ(0.0, issue.hideThreshold);
 
   tql::patch_t r = report();
-  r.set_property(tql::make_boolean_property(332, false));       // formGraph
-  r.set_property(tql::make_property<20>(331, 0u));              // formSummary, no boolean
+  r.set_property(tql::make_boolean_property(332, false));  // formGraph
+  r.set_property(tql::make_property<20>(331, 0u));         // formSummary, no boolean
   for (int32_t n : {504, 505, 506}) r.set_property(tql::make_boolean_property(n, false));
   r.set_property(tql::make_property<20>(337, 2u));
   r.set_property(tql::make_property<13>(338, 99.5));

@@ -8,8 +8,8 @@
 // The schedule kinds of a Report's `date`.
 inline constexpr int32_t kScheduleNone = 0;
 inline constexpr int32_t kScheduleDaily = 1;
-inline constexpr int32_t kScheduleWeekly = 2;         // `frequency`: weekday, Monday 0
-inline constexpr int32_t kScheduleMonthly = 3;        // `frequency`: day of the month
+inline constexpr int32_t kScheduleWeekly = 2;   // `frequency`: weekday, Monday 0
+inline constexpr int32_t kScheduleMonthly = 3;  // `frequency`: day of the month
 inline constexpr int32_t kScheduleFirstOfMonth = 4;
 inline constexpr int32_t kScheduleFirstOfQuarter = 5;
 

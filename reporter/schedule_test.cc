@@ -28,9 +28,9 @@ TEST(NextGeneration, TimeIsPlainSecondsAfterTheComposedMidnight) {
 
 TEST(NextGeneration, Weekly) {
   // Monday 5 January 11:00, after the time.
-  EXPECT_EQ(1768208400, next(1767607200, kScheduleWeekly, 0));  // Monday: 7 days on
-  EXPECT_EQ(1767776400, next(1767607200, kScheduleWeekly, 2));  // Wednesday
-  EXPECT_EQ(1768208400, next(1767607200, kScheduleWeekly, -7)); // -7 - 0 -> 7 days
+  EXPECT_EQ(1768208400, next(1767607200, kScheduleWeekly, 0));   // Monday: 7 days on
+  EXPECT_EQ(1767776400, next(1767607200, kScheduleWeekly, 2));   // Wednesday
+  EXPECT_EQ(1768208400, next(1767607200, kScheduleWeekly, -7));  // -7 - 0 -> 7 days
   // Before the time the weekday is not looked at: today.
   EXPECT_EQ(1767603600, next(1767603540, kScheduleWeekly, 3));
   // Across the change to summer time the clock time stays 10:00.

@@ -41,7 +41,8 @@ tql::patch_t periodReport(Args& args) {
   report.set_property(tql::make_property<25>(kReportType, tql::enum_value_t{kReportTypeEnum, 1}));
   if (const auto period = args.option("--period")) {
     const uint32_t value = static_cast<uint32_t>(Args::to_uint(*period));
-    report.set_property(tql::make_property<25>(kReportPeriod, tql::enum_value_t{kPeriodEnum, value}));
+    report.set_property(
+        tql::make_property<25>(kReportPeriod, tql::enum_value_t{kPeriodEnum, value}));
   } else if (const auto start = args.option("--fixed")) {
     auto null = tql::make_property(25);
     null->name = kReportPeriod;
