@@ -156,3 +156,47 @@ Unit::Unit(const std::vector<uint8_t>& blob) : version(0) {
   parseExpression(entries, numerators, denominators);
   binary = unit_tables::hasBinaryType(*this);
 }
+
+namespace {
+
+// Appends the entries of one side in reading order, joined by multiplies.
+void appendProduct(const std::vector<UnitEntry>& side, std::vector<UnitEntry>& out) {
+  for (size_t i = 0; i + 1 < side.size(); ++i) out.push_back(UnitEntry::op(1));
+  out.insert(out.end(), side.begin(), side.end());
+}
+
+void appendEntry(const UnitEntry& e, std::vector<uint8_t>& blob) {
+  switch (e.tag()) {
+    case UnitEntry::kPrefix:
+    case UnitEntry::kType:
+    case UnitEntry::kOperator:
+      blob.push_back(static_cast<uint8_t>(e.tag() | 1));
+      blob.push_back(e.tag() == UnitEntry::kPrefix ? e.prefixIndex()
+                     : e.tag() == UnitEntry::kType ? e.typeIndex()
+                                                   : e.opValue());
+      break;
+    case UnitEntry::kString:
+      blob.push_back(static_cast<uint8_t>(UnitEntry::kString | e.text().size()));
+      blob.insert(blob.end(), e.text().begin(), e.text().end());
+      break;
+    default:
+      throw EParseError("Unit can't be written as a blob");
+  }
+}
+
+}  // namespace
+
+std::vector<uint8_t> unitBlob(const Unit& unit) {
+  if (unit.version > 1) return unit.rawBlob;
+  if (unit.numerators.empty() && !unit.denominators.empty()) {
+    throw EParseError("Unit can't be written as a blob");
+  }
+  std::vector<UnitEntry> reading;
+  if (!unit.denominators.empty()) reading.push_back(UnitEntry::op(2));
+  appendProduct(unit.numerators, reading);
+  appendProduct(unit.denominators, reading);
+  std::vector<uint8_t> blob;
+  if (unit.version == 1) blob = {0x50, 0x01};
+  for (auto it = reading.rbegin(); it != reading.rend(); ++it) appendEntry(*it, blob);
+  return blob;
+}

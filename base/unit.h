@@ -101,6 +101,14 @@ struct Unit {
   std::vector<uint8_t> rawBlob;
 };
 
+// The `unit` blob of `unit`, which Unit(blob) reads back to an equal unit:
+// the kept blob for a `version` above 1; otherwise a header for version 1
+// (none for version 0) and the entries, products as multiplies and the
+// denominators behind one divide. Raises error::EParseError "Unit can't be
+// written as a blob" for conversion, operator or undefined entries, and
+// for denominators without numerators, which the format can't hold.
+std::vector<uint8_t> unitBlob(const Unit& unit);
+
 // The unit's text. Plain label: (false, false); alternate label: (true,
 // true); display label: (false, true). Raises error::EParseError "Version
 // tag encountered in getLabel" for an operator or version entry.

@@ -1,5 +1,6 @@
 // Fuzzes the `unit` blob reader: any byte string either decodes or raises
-// error::EParseError; a decoded unit labels and converts without fault.
+// error::EParseError; a decoded unit writes back to an equal blob, and
+// labels and converts without fault.
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -11,6 +12,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   try {
     const Unit unit(std::vector<uint8_t>(data, data + size));
+    // What was read writes back to a blob that reads as the same unit.
+    if (!(Unit(unitBlob(unit)) == unit)) __builtin_trap();
     getLabel(unit, false, false);
     getLabel(unit, true, true);
     getLabel(unit, false, true);

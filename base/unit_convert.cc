@@ -119,6 +119,11 @@ struct Prefixes {
 };
 
 // Steps 6 and 7: out of the source prefixes, into the target prefixes.
+// A binary unit scales by 1024 per third of the prefix's exponent. For a
+// prefix whose exponent isn't a multiple of 3 (our decision): out of it, the
+// truncated third counts and the rest is dropped; into it, the truncated
+// third in powers of 1/1024 and the rest as factors of 10; a negative
+// prefix isn't scaled at all on a binary unit.
 double scale(double value, const Prefixes& p, bool fromBinary, bool toBinary) {
   if (fromBinary) {
     for (int i = 0; i < exponentOf(p.fromNum) / 3; ++i) value *= 1024;

@@ -94,6 +94,16 @@ TEST(Convert, TypeConversions) {
   });
 }
 
+TEST(Convert, BinaryUnitsWithOddPrefixes) {
+  expectConversions({
+      {"hB", 5, "B", false, "5 B"},       // out of h: the third of 2 is 0
+      {"B", 5, "hB", false, "500 HiB"},   // into h: two factors of 10
+      {"B", 5, "mB", false, "5 MiB"},     // milli on a binary unit: no scaling
+      {"mB", 5, "B", false, "5 B"},
+      {"GB", 1, "kB", false, "1048576 KiB"},
+  });
+}
+
 TEST(Convert, IncompatibleUnitsOnlyScale) {
   EXPECT_EQ("5 V", converted(Unit("V"), 5, Unit("A"), false));
   EXPECT_EQ("5000 V", converted(Unit("kV"), 5, Unit("A"), false));

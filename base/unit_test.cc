@@ -167,6 +167,21 @@ TEST(UnitText, UnknownWordsStayText) {
   EXPECT_EQ("", plain(Unit("")));
 }
 
+TEST(UnitBlob, WritesWhatItReads) {
+  EXPECT_EQ(kKiloBytePerSecond, unitBlob(Unit(kKiloBytePerSecond)));
+  for (const char* text : {"kB/s", "s", "W*h/min/m", "furlongs/fortnight", "", "a*b*c", "1%"}) {
+    const Unit u(text);
+    EXPECT_EQ(u, Unit(unitBlob(u))) << text;
+  }
+  const Unit later(bytes({0x50, 0x07, 0x01}));
+  EXPECT_EQ(later.rawBlob, unitBlob(later));
+  EXPECT_EQ(bytes({}), unitBlob(Unit(bytes({}))));
+  EXPECT_THROW(unitBlob(Unit("/s")), error::EParseError);
+  Unit converting;
+  converting.numerators.push_back(UnitEntry::conversion({1, 2, 1.0 / 60}));
+  EXPECT_THROW(unitBlob(converting), error::EParseError);
+}
+
 TEST(UnitLabel, ConversionAndOperatorEntries) {
   Unit u;
   u.numerators.push_back(UnitEntry::conversion({1, 2, 1.0 / 60}));
