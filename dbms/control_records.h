@@ -230,7 +230,8 @@ struct Server_Configuration_Fields {
     v("tsdb_buffer_entries", s.tsdb_buffer_entries);
     v("tsdb_buffer_write_min", s.tsdb_buffer_write_min);
     v("tsdb_buffer_age_max", s.tsdb_buffer_age_max);
-    v("tsdb_buffer_flush_batch", s.tsdb_buffer_flush_batch);  }
+    v("tsdb_buffer_flush_batch", s.tsdb_buffer_flush_batch);
+  }
   bool operator==(const Server_Configuration_Fields&) const = default;
 };
 

@@ -71,8 +71,8 @@ TEST(RecordsTest, TimeSeriesRecordsRoundTrip) {
   std::vector<tsdb::interval_ptr> data;
   data.push_back(incident());
   data.emplace_back();
-  data.push_back(tsdb::interval_ptr(std::make_unique<tsdb::data_interval_enum_t>(
-      tsdb::enum_fields{3, 1, 1, 10, 20})));
+  data.push_back(tsdb::interval_ptr(
+      std::make_unique<tsdb::data_interval_enum_t>(tsdb::enum_fields{3, 1, 1, 10, 20})));
   expect_round_trip(Return_TSDB_Get_Data_Data{3, data, 0, two_details()});
   expect_round_trip(TSDB_Put_Data_Data{tql::id_t{0, 4}, 2601, 4, data});
   expect_round_trip(TSDB_Append_Data_Record_Data{tql::id_t{0, 4}, 2601, 4, incident(), 0});
@@ -83,15 +83,19 @@ TEST(RecordsTest, ControlAndReporterRecordsRoundTrip) {
   expect_round_trip(control::Sys_Exit_Data{3, queues::main, "shutdown"});
   expect_round_trip(control::Init_Ok_Data{{queues::schd, queues::dbms, queues::tsdb}});
   expect_round_trip(control::Log_Request_Data{"Log line", 0x1000});
-  expect_round_trip(reporter::Scheduled_Report_Generation_Data{tql::id_t{0, 7}, {5, 2}, 1700000000});
+  expect_round_trip(
+      reporter::Scheduled_Report_Generation_Data{tql::id_t{0, 7}, {5, 2}, 1700000000});
 }
 
 TEST(RecordsTest, DeleteRequestBytesWithItsBooleanAsAWord) {
-  EXPECT_EQ("01000000" "07000000"                     // id 7
-            "0100000000000000" "0200000000000000"     // version 1.1.2
-            "00000000"                                 // user_id: no components
-            "01000000",                                // clear_master_id
-            hex_of(Tql_Delete_Data{tql::id_t{7}, {1, 2}, {}, true}));
+  EXPECT_EQ(
+      "01000000"
+      "07000000"  // id 7
+      "0100000000000000"
+      "0200000000000000"  // version 1.1.2
+      "00000000"          // user_id: no components
+      "01000000",         // clear_master_id
+      hex_of(Tql_Delete_Data{tql::id_t{7}, {1, 2}, {}, true}));
 }
 
 TEST(RecordsTest, ServerConfigurationReadsEveryFieldInStreamOrder) {
@@ -110,8 +114,17 @@ TEST(RecordsTest, ServerConfigurationReadsEveryFieldInStreamOrder) {
   expect_round_trip(c);
   std::string hex = hex_of(c);
   // Starts with layout_conf_path; ends with the boolean and four 32-bit fields.
-  EXPECT_EQ("0100000000000000" "4c", hex.substr(0, 18));
-  EXPECT_EQ("01000000" "00000000" "00000000" "00000000" "09000000", hex.substr(hex.size() - 40));
+  EXPECT_EQ(
+      "0100000000000000"
+      "4c",
+      hex.substr(0, 18));
+  EXPECT_EQ(
+      "01000000"
+      "00000000"
+      "00000000"
+      "00000000"
+      "09000000",
+      hex.substr(hex.size() - 40));
   // 87 fields: 31 strings (8 bytes each when empty), 1 set, 2 spans,
   // 7 booleans, 46 32-bit numbers: 31*8 + 4 + 2*8 + 7*4 + 46*4 = 480 bytes.
   control::Server_Configuration_Fields empty;

@@ -2,9 +2,7 @@
 
 namespace protocol {
 
-ioprim& operator<<(ioprim& io, bool v) {
-  return io << static_cast<uint32_t>(v ? 1 : 0);
-}
+ioprim& operator<<(ioprim& io, bool v) { return io << static_cast<uint32_t>(v ? 1 : 0); }
 
 ioprim& operator>>(ioprim& io, bool& v) {
   uint32_t word = 0;

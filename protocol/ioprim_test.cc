@@ -4,10 +4,12 @@
 
 #include <sstream>
 
+#include "base/error.h"
 #include "io/errors.h"
 #include "protocol/fdio.h"
 #include "protocol/memory_stream.h"
 #include "protocol/print.h"
+#include "protocol/testing.h"
 
 namespace protocol {
 namespace {
@@ -27,15 +29,7 @@ struct Sample {
   bool operator==(const Sample&) const = default;
 };
 
-std::string hex(const std::string& bytes) {
-  std::string out;
-  char buf[4];
-  for (unsigned char c : bytes) {
-    snprintf(buf, sizeof buf, "%02x", c);
-    out += buf;
-  }
-  return out;
-}
+using testing::hex;
 
 TEST(IoprimTest, StringSpreadsOverSeveralWriteAreas) {
   // 8 length bytes fill the first area; the text takes two more.
@@ -101,8 +95,15 @@ TEST(IoprimTest, RecordRoundTripKeepsFieldOrder) {
   Sample in{-2, "xy", true, {1, 2}};
   io << in;
   io.flush();
-  EXPECT_EQ("feffffff" "0200000000000000" + hex("xy") + "01000000" "02000000" "01000000" "02000000",
-            hex(pipe.all()));
+  EXPECT_EQ(
+      "feffffff"
+      "0200000000000000" +
+          hex("xy") +
+          "01000000"
+          "02000000"
+          "01000000"
+          "02000000",
+      hex(pipe.all()));
   Sample out;
   io >> out;
   EXPECT_EQ(in, out);
@@ -128,13 +129,19 @@ TEST(IoprimTest, ContainersRoundTrip) {
 // Corrupt or truncated input: the reader ends with io::EEndOfStream and
 // allocates only for bytes that came.
 TEST(IoprimTest, FalseCountsEndTheStreamWithoutHugeAllocations) {
-  std::string huge_string("\xff\xff\xff\xff\xff\xff\xff\x0f" "abc", 11);
+  std::string huge_string(
+      "\xff\xff\xff\xff\xff\xff\xff\x0f"
+      "abc",
+      11);
   MemoryPipe p1(8, 8, huge_string);
   ioprim io1(p1.in(), p1.out());
   std::string s;
   EXPECT_THROW(io1 >> s, io::EEndOfStream);
 
-  std::string huge_vector("\xff\xff\xff\xff" "\x01\x00\x00\x00", 8);
+  std::string huge_vector(
+      "\xff\xff\xff\xff"
+      "\x01\x00\x00\x00",
+      8);
   MemoryPipe p2(8, 8, huge_vector);
   ioprim io2(p2.in(), p2.out());
   std::vector<uint32_t> v;
@@ -145,6 +152,35 @@ TEST(IoprimTest, FalseCountsEndTheStreamWithoutHugeAllocations) {
   ioprim io3(p3.in(), p3.out());
   int32_t n = 0;
   EXPECT_THROW(io3 >> n, io::EEndOfStream);
+}
+
+struct Chain {
+  std::vector<Chain> below;
+  template <class Self, class V>
+  static void visit(Self& self, V& v) {
+    v("below", self.below);
+  }
+};
+
+TEST(IoprimTest, NestingIsBounded) {
+  // Each level: a count of 1 and the next level; the last has count 0.
+  auto chain = [](int levels) {
+    std::string bytes;
+    for (int i = 1; i < levels; ++i) bytes += std::string("\x01\0\0\0", 4);
+    return bytes + std::string(4, '\0');
+  };
+  MemoryPipe ok(8, 8, chain(ioprim::kMaxNesting));
+  ioprim io_ok(ok.in(), ok.out());
+  Chain c;
+  EXPECT_NO_THROW(io_ok >> c);
+  MemoryPipe deep(8, 8, chain(100000));
+  ioprim io_deep(deep.in(), deep.out());
+  try {
+    io_deep >> c;
+    ADD_FAILURE() << "no exception";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ("fdio: records nested deeper than 256", e.text());
+  }
 }
 
 TEST(PrintTest, RecordsAndContainersPrintOneFieldALine) {

@@ -29,7 +29,7 @@ namespace protocol {
 void print_indent(std::ostream& os, int indent);
 
 template <class T>
-  requires std::is_arithmetic_v<T> || std::is_enum_v<T>
+requires std::is_arithmetic_v<T> || std::is_enum_v<T>
 void print_value(std::ostream& os, T v, int indent);
 void print_value(std::ostream& os, const std::string& s, int indent);
 // A span or time as its decimal text, "S.UUUUUU".
@@ -80,7 +80,7 @@ struct FieldPrinter {
 }  // namespace detail
 
 template <class T>
-  requires std::is_arithmetic_v<T> || std::is_enum_v<T>
+requires std::is_arithmetic_v<T> || std::is_enum_v<T>
 void print_value(std::ostream& os, T v, int) {
   if constexpr (std::is_same_v<T, bool>) {
     os << (v ? "true" : "false");

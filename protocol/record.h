@@ -25,6 +25,8 @@ struct AnyFieldVisitor {
 };
 
 template <class R>
-concept Record = requires(R& r, AnyFieldVisitor& v) { R::visit(r, v); };
+concept Record = requires(R& r, AnyFieldVisitor& v) {
+  R::visit(r, v);
+};
 
 }  // namespace protocol

@@ -14,6 +14,17 @@
 
 namespace protocol::testing {
 
+// Bytes as lower-case hex.
+inline std::string hex(const std::string& bytes) {
+  std::string out;
+  char buf[4];
+  for (unsigned char c : bytes) {
+    std::snprintf(buf, sizeof buf, "%02x", c);
+    out += buf;
+  }
+  return out;
+}
+
 // The fdio bytes of `v` as lower-case hex.
 template <class T>
 std::string hex_of(const T& v) {
@@ -23,13 +34,7 @@ std::string hex_of(const T& v) {
     io << v;
     io.flush();
   }
-  std::string out;
-  char buf[4];
-  for (unsigned char c : pipe.all()) {
-    std::snprintf(buf, sizeof buf, "%02x", c);
-    out += buf;
-  }
-  return out;
+  return hex(pipe.all());
 }
 
 // Writes `v` over 8-byte write areas and reads it back over 3-byte read

@@ -10,15 +10,24 @@ namespace tql::detail {
 
 bool apply_rel_op(int32_t op, int r) {
   switch (op) {
-    case kEqual: return r == 0;
-    case kGreater: return r > 0;
-    case kLess: return r < 0;
-    case kGreaterEqual: return r >= 0;
-    case kLessEqual: return r <= 0;
-    case kNotEqual: return r != 0;
-    case kEqualIgnoreCase: return r >= -1 && r <= 1;
-    case kNotEqualIgnoreCase: return r < -1 || r > 1;
-    default: throw errors::tql_incomparable("Unknown relative operator");
+    case kEqual:
+      return r == 0;
+    case kGreater:
+      return r > 0;
+    case kLess:
+      return r < 0;
+    case kGreaterEqual:
+      return r >= 0;
+    case kLessEqual:
+      return r <= 0;
+    case kNotEqual:
+      return r != 0;
+    case kEqualIgnoreCase:
+      return r >= -1 && r <= 1;
+    case kNotEqualIgnoreCase:
+      return r < -1 || r > 1;
+    default:
+      throw errors::tql_incomparable("Unknown relative operator");
   }
 }
 

@@ -89,15 +89,14 @@ TEST(CompareTest, ObjectInObjectSet) {
   EXPECT_TRUE(prop<10>({id_t{0, 2}, {}}).compare(kElementOf, prop<9>(ids)));
   EXPECT_FALSE(prop<10>({id_t{0, 3}, {}}).compare(kElementOf, prop<9>(ids)));
   EXPECT_FALSE(prop<10>({id_t{0, 2}, {}}).compare(kElementOf, prop<9>(ids, true)));
-  EXPECT_EQ("Type mismatch, object_set != type of name",
-            [] {
-              try {
-                prop<10>({}).compare(kElementOf, prop<10>({}));
-              } catch (const errors::tql& e) {
-                return e.text();
-              }
-              return std::string();
-            }());
+  EXPECT_EQ("Type mismatch, object_set != type of name", [] {
+    try {
+      prop<10>({}).compare(kElementOf, prop<10>({}));
+    } catch (const errors::tql& e) {
+      return e.text();
+    }
+    return std::string();
+  }());
   EXPECT_EQ(rank_row(-2), ops(prop<10>({id_t{0, 1}, {}}), prop<10>({id_t{0, 1, 1}, {}})));
 }
 

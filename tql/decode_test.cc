@@ -93,12 +93,14 @@ TEST(DecodeTest, EnumComparesTheLow17Bits) {
   uint32_t v = 0;
   decode_enum(prop<25>({0x20005, 3}), 5, v);
   EXPECT_EQ(3u, v);
-  EXPECT_EQ("9: Type mismatch for property_t: longLabel [exp:6,actual:5",
-            failure([&] { decode_enum(prop<25>({5, 3}), 6, v); }));
+  EXPECT_EQ("9: Type mismatch for property_t: longLabel [exp:6,actual:5", failure([&] {
+              decode_enum(prop<25>({5, 3}), 6, v);
+            }));
   EXPECT_EQ("9: Type mismatch for property_t: longLabel [exp:6,actual: non-enum",
             failure([&] { decode_enum(prop<20>(1), 6, v); }));
-  EXPECT_EQ("9: Null given for property_t: longLabel",
-            failure([&] { decode_enum(prop<25>({6, 1}, true), 6, v); }));
+  EXPECT_EQ("9: Null given for property_t: longLabel", failure([&] {
+              decode_enum(prop<25>({6, 1}, true), 6, v);
+            }));
 }
 
 TEST(DecodeTest, PercentageFallsBackToAShareOfTheRange) {
@@ -135,8 +137,7 @@ TEST(PatchTest, PropertyAccess) {
   ASSERT_NE(nullptr, p.find_property(51));
   EXPECT_EQ("\"weekly\"", p.property(51).text());
   EXPECT_EQ(nullptr, p.find_property(54));
-  EXPECT_EQ("6: Property longLabel not found in class Report",
-            failure([&] { p.property(54); }));
+  EXPECT_EQ("6: Property longLabel not found in class Report", failure([&] { p.property(54); }));
 }
 
 TEST(ErrorsTest, CodeTextsAndGivenTexts) {

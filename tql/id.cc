@@ -12,8 +12,8 @@ id_t::id_t(std::initializer_list<uint32_t> components) {
 
 void id_t::check_index(uint32_t i) const {
   if (i >= count_) {
-    throw error::ERange("small vector reference overflow " + std::to_string(i) + " >= " +
-                        std::to_string(kMaxComponents));
+    throw error::ERange("small vector reference overflow " + std::to_string(i) +
+                        " >= " + std::to_string(kMaxComponents));
   }
 }
 
@@ -29,8 +29,8 @@ uint32_t& id_t::operator[](uint32_t i) {
 
 void id_t::push_back(uint32_t component) {
   if (count_ == kMaxComponents) {
-    throw error::ERange("small vector reference overflow " + std::to_string(count_) + " >= " +
-                        std::to_string(kMaxComponents));
+    throw error::ERange("small vector reference overflow " + std::to_string(count_) +
+                        " >= " + std::to_string(kMaxComponents));
   }
   components_[count_++] = component;
 }

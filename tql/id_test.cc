@@ -45,7 +45,11 @@ TEST(IdTest, TextAndOrder) {
 }
 
 TEST(IdTest, StreamAndPrintForms) {
-  EXPECT_EQ("02000000" "00000000" "01000000", hex_of(kRootId));
+  EXPECT_EQ(
+      "02000000"
+      "00000000"
+      "01000000",
+      hex_of(kRootId));
   EXPECT_EQ((id_t{4, 5, 6}), round_trip(id_t{4, 5, 6}));
   EXPECT_EQ(id_t{}, round_trip(id_t{}));
   EXPECT_EQ("small_vector<3> {\n  0\n  1\n}", printed(kRootId));
@@ -65,13 +69,23 @@ TEST(VersionTest, TextOrderAndStream) {
   EXPECT_LT((version_t{2, 0}), (version_t{2, 1}));
   // The order is that of the wrapping difference.
   EXPECT_LT((version_t{INT64_MAX, 0}), (version_t{INT64_MIN, 0}));
-  EXPECT_EQ("0700000000000000" "fdffffffffffffff", hex_of(version_t{7, -3}));
+  EXPECT_EQ(
+      "0700000000000000"
+      "fdffffffffffffff",
+      hex_of(version_t{7, -3}));
   EXPECT_EQ((version_t{7, -3}), round_trip(version_t{7, -3}));
 }
 
 TEST(OriginTest, StreamsItsThreeFieldsInOrder) {
   origin_t o{id_t{1}, id_t{2, 3}, 5};
-  EXPECT_EQ("01000000" "01000000" "02000000" "02000000" "03000000" "05000000", hex_of(o));
+  EXPECT_EQ(
+      "01000000"
+      "01000000"
+      "02000000"
+      "02000000"
+      "03000000"
+      "05000000",
+      hex_of(o));
   EXPECT_EQ(o, round_trip(o));
 }
 

@@ -13,9 +13,9 @@ const property_t* patch_t::find_property(int32_t number) const {
 const property_t& patch_t::property(int32_t number) const {
   const property_t* p = find_property(number);
   if (p == nullptr) {
-    throw errors::tql(errors::tql::kRequiredMissing, "Property " + property_name(number) +
-                                                         " not found in class " +
-                                                         class_name(class_));
+    throw errors::tql(
+        errors::tql::kRequiredMissing,
+        "Property " + property_name(number) + " not found in class " + class_name(class_));
   }
   return *p;
 }

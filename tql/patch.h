@@ -13,13 +13,13 @@
 namespace tql {
 
 struct patch_t {
-  int32_t class_ = 0;                            // Class number.
-  int32_t flags = 0;                             // Flags of the pattern node that matched.
-  std::set<int32_t> tags;                        // Tags of the pattern nodes that matched.
+  int32_t class_ = 0;      // Class number.
+  int32_t flags = 0;       // Flags of the pattern node that matched.
+  std::set<int32_t> tags;  // Tags of the pattern nodes that matched.
   id_t id;
   version_t version;
-  std::map<int32_t, property_ptr> properties;    // By property number; owned.
-  std::vector<patch_t> children;                 // Objects matched below; owned.
+  std::map<int32_t, property_ptr> properties;  // By property number; owned.
+  std::vector<patch_t> children;               // Objects matched below; owned.
   origin_t origin;
 
   template <class Self, class V>

@@ -31,16 +31,16 @@ struct condition_t {
 };
 
 // Flag bits of a pattern node.
-inline constexpr int32_t kPatternNested = 1;   // Passes through nested objects of the class.
-inline constexpr int32_t kPatternAllProps = 2; // Returns its objects with all properties.
-inline constexpr int32_t kPatternBit4 = 4;     // Root class; combined with 2 on main classes.
+inline constexpr int32_t kPatternNested = 1;    // Passes through nested objects of the class.
+inline constexpr int32_t kPatternAllProps = 2;  // Returns its objects with all properties.
+inline constexpr int32_t kPatternBit4 = 4;      // Root class; combined with 2 on main classes.
 
 struct pattern_t {
   int32_t class_ = 0;
   int32_t flags = 0;
-  int32_t tag = -1;                     // Comes back in `tags` of what the node matched.
-  std::vector<pattern_t> next;          // Steps below this one.
-  std::vector<pattern_t> cond_next;     // Conditional steps; left empty here.
+  int32_t tag = -1;                  // Comes back in `tags` of what the node matched.
+  std::vector<pattern_t> next;       // Steps below this one.
+  std::vector<pattern_t> cond_next;  // Conditional steps; left empty here.
   std::list<condition_t> where;
   std::set<int32_t> wanted_properties;  // Property numbers to return.
 

@@ -14,9 +14,9 @@ using protocol::testing::round_trip;
 
 std::unique_ptr<pattern_t> report_tree() {
   auto where = std::list<condition_t>{id_condition(id_t{0, 9})};
-  return add_next(make_pattern(3, where, 3),
-                  pattern_list(make_pattern(5, 6),
-                               make_pattern(38, std::set<int32_t>{315, 3309}, 0)));
+  return add_next(
+      make_pattern(3, where, 3),
+      pattern_list(make_pattern(5, 6), make_pattern(38, std::set<int32_t>{315, 3309}, 0)));
 }
 
 TEST(PatternTest, MakersBuildTheTree) {
@@ -30,8 +30,7 @@ TEST(PatternTest, MakersBuildTheTree) {
   EXPECT_EQ(0, tree->where.front().prop->name);
   EXPECT_EQ(kEqual, tree->where.front().rel_op);
 
-  auto more = add_to_list(pattern_list(make_pattern(1, 0), make_pattern(2, 0)),
-                          make_pattern(4, 0));
+  auto more = add_to_list(pattern_list(make_pattern(1, 0), make_pattern(2, 0)), make_pattern(4, 0));
   auto root = add_next(make_pattern(13, 4), std::move(more));
   EXPECT_EQ(3u, root->next.size());
   root = add_next(std::move(root), std::unique_ptr<pattern_list_t>());
@@ -43,9 +42,16 @@ TEST(PatternTest, StreamFormInFieldOrder) {
   p.class_ = 5;
   p.flags = 2;
   p.wanted_properties = {1};
-  EXPECT_EQ("05000000" "02000000" "ffffffff" "00000000" "00000000" "00000000" "01000000"
-            "01000000",
-            hex_of(p));
+  EXPECT_EQ(
+      "05000000"
+      "02000000"
+      "ffffffff"
+      "00000000"
+      "00000000"
+      "00000000"
+      "01000000"
+      "01000000",
+      hex_of(p));
   auto tree = report_tree();
   EXPECT_EQ(*tree, round_trip(*tree));
 }

@@ -69,8 +69,8 @@ void property_kind_t<K>::read_value(protocol::ioprim& io) {
 template <int32_t K>
 bool property_kind_t<K>::equals(const property_t& other) const {
   const auto* o = dynamic_cast<const property_kind_t*>(&other);
-  return o != nullptr && name == o->name && is_null == o->is_null &&
-         modifiers == o->modifiers && value == o->value;
+  return o != nullptr && name == o->name && is_null == o->is_null && modifiers == o->modifiers &&
+         value == o->value;
 }
 
 namespace {
@@ -106,8 +106,7 @@ std::unique_ptr<property_t> make_object_property(int32_t number, id_t value, int
   return make_property<10>(number, object_ref_t{value, {}}, modifiers);
 }
 
-std::unique_ptr<property_t> make_boolean_property(int32_t number, bool value,
-                                                  int32_t modifiers) {
+std::unique_ptr<property_t> make_boolean_property(int32_t number, bool value, int32_t modifiers) {
   return make_property<21>(number, value, modifiers);
 }
 

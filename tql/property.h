@@ -151,8 +151,7 @@ std::unique_ptr<property_t> make_property(int32_t number, typename kind_traits<K
 }
 std::unique_ptr<property_t> make_string_property(int32_t number, std::string value,
                                                  int32_t modifiers = 0);
-std::unique_ptr<property_t> make_object_property(int32_t number, id_t value,
-                                                 int32_t modifiers = 0);
+std::unique_ptr<property_t> make_object_property(int32_t number, id_t value, int32_t modifiers = 0);
 std::unique_ptr<property_t> make_boolean_property(int32_t number, bool value,
                                                   int32_t modifiers = 0);
 

@@ -14,8 +14,8 @@ std::string quoted(const std::string& s) { return "\"" + s + "\""; }
 
 std::string gid_text(uint32_t v) {
   char buf[16];
-  std::snprintf(buf, sizeof buf, "%02x:%02x:%02x:%02x", v >> 24, (v >> 16) & 0xff,
-                (v >> 8) & 0xff, v & 0xff);
+  std::snprintf(buf, sizeof buf, "%02x:%02x:%02x:%02x", v >> 24, (v >> 16) & 0xff, (v >> 8) & 0xff,
+                v & 0xff);
   return buf;
 }
 

@@ -46,25 +46,11 @@ std::vector<property_ptr> one_of_each() {
 TEST(PropertyTest, ValueTextOfEveryKind) {
   std::vector<std::string> texts;
   for (const auto& p : one_of_each()) texts.push_back(p->text());
-  EXPECT_EQ((std::vector<std::string>{"\"a b\"",
-                                      "\"x\", \"\", \"y\"",
-                                      "{\"0.1\", \"0.4\"}",
-                                      "\"0.5\"",
-                                      "\"7.1.3\"",
-                                      "(null)",
-                                      "1.250000",
-                                      "21542142465",
-                                      "0a:0b:0c:0d",
-                                      "00:00:00:01, ff:ff:ff:ff",
-                                      "-5",
-                                      "9",
-                                      "-9",
-                                      "4000000000",
-                                      "true",
-                                      "BLOB",
-                                      "LOB",
-                                      "00:00:00:01, 00:00:00:03, 00:00:00:06",
-                                      "enum(131077, 2)"}),
+  EXPECT_EQ((std::vector<std::string>{"\"a b\"", "\"x\", \"\", \"y\"", "{\"0.1\", \"0.4\"}",
+                                      "\"0.5\"", "\"7.1.3\"", "(null)", "1.250000", "21542142465",
+                                      "0a:0b:0c:0d", "00:00:00:01, ff:ff:ff:ff", "-5", "9", "-9",
+                                      "4000000000", "true", "BLOB", "LOB",
+                                      "00:00:00:01, 00:00:00:03, 00:00:00:06", "enum(131077, 2)"}),
             texts);
 }
 
@@ -93,15 +79,27 @@ TEST(PropertyTest, EveryKindSurvivesARoundTrip) {
 TEST(PropertyTest, NullPropertyKeepsItsValueThroughTheStream) {
   auto p = prop<20>(17);
   p->is_null = true;
-  EXPECT_EQ("14000000" "33000000" "01000000" "00000000" "11000000", hex_of(p));
+  EXPECT_EQ(
+      "14000000"
+      "33000000"
+      "01000000"
+      "00000000"
+      "11000000",
+      hex_of(p));
   property_ptr back = round_trip(p);
   EXPECT_TRUE(back->is_null);
   EXPECT_TRUE(p == back);
 }
 
 TEST(PropertyTest, BignumOfOneIsFourBytes) {
-  EXPECT_EQ("0e000000" "33000000" "00000000" "00000000" "0400000000000000" "01000000",
-            hex_of(prop<14>(BigNum(1))));
+  EXPECT_EQ(
+      "0e000000"
+      "33000000"
+      "00000000"
+      "00000000"
+      "0400000000000000"
+      "01000000",
+      hex_of(prop<14>(BigNum(1))));
 }
 
 TEST(PropertyTest, KindOutsideTheFamilyReadsAsNullAfterFourBytes) {

@@ -65,9 +65,9 @@ void data_interval_continuous_t::text(std::string& out) const {
 
 template <>
 void data_interval_enum_t::text(std::string& out) const {
-  out = "(t: enum)(start: " + interval_time_text(start) + ")(end: \"" +
-        interval_time_text(end) + ")(mask: " + std::to_string(mask) +
-        ")(ngood: " + std::to_string(ngood) + ")(nbad: " + std::to_string(nbad) + ")";
+  out = "(t: enum)(start: " + interval_time_text(start) + ")(end: \"" + interval_time_text(end) +
+        ")(mask: " + std::to_string(mask) + ")(ngood: " + std::to_string(ngood) +
+        ")(nbad: " + std::to_string(nbad) + ")";
 }
 
 template class interval_kind_t<1, incident_fields>;
@@ -86,10 +86,17 @@ protocol::ioprim& operator>>(protocol::ioprim& io, interval_ptr& p) {
   io >> kind;
   std::unique_ptr<data_interval_t> made;
   switch (kind) {
-    case 1: made = std::make_unique<data_interval_incident_t>(); break;
-    case 2: made = std::make_unique<data_interval_continuous_t>(); break;
-    case 3: made = std::make_unique<data_interval_enum_t>(); break;
-    default: break;
+    case 1:
+      made = std::make_unique<data_interval_incident_t>();
+      break;
+    case 2:
+      made = std::make_unique<data_interval_continuous_t>();
+      break;
+    case 3:
+      made = std::make_unique<data_interval_enum_t>();
+      break;
+    default:
+      break;
   }
   if (made) made->read_fields(io);
   p.reset(std::move(made));

@@ -27,9 +27,16 @@ interval_ptr continuous(float min) {
 }
 
 TEST_F(IntervalTest, ContinuousKeepsSinglePrecisionValuesExactly) {
-  EXPECT_EQ("02000000" "8051010000000000" "905f010000000000" "0000c03f" "00001040" "00004040"
-            "0a000000" "01000000",
-            hex_of(continuous(1.5f)));
+  EXPECT_EQ(
+      "02000000"
+      "8051010000000000"
+      "905f010000000000"
+      "0000c03f"
+      "00001040"
+      "00004040"
+      "0a000000"
+      "01000000",
+      hex_of(continuous(1.5f)));
   interval_ptr back = round_trip(continuous(1.5f));
   ASSERT_TRUE(back);
   const auto& c = dynamic_cast<const data_interval_continuous_t&>(*back);
@@ -40,8 +47,14 @@ TEST_F(IntervalTest, ContinuousKeepsSinglePrecisionValuesExactly) {
 
 TEST_F(IntervalTest, EnumHasCountsAheadOfTimesOnTheStream) {
   interval_ptr e(std::make_unique<data_interval_enum_t>(enum_fields{5, 2, 1, 60, 120}));
-  EXPECT_EQ("03000000" "05000000" "02000000" "01000000" "3c00000000000000" "7800000000000000",
-            hex_of(e));
+  EXPECT_EQ(
+      "03000000"
+      "05000000"
+      "02000000"
+      "01000000"
+      "3c00000000000000"
+      "7800000000000000",
+      hex_of(e));
   std::string text;
   e->text(text);
   EXPECT_EQ(
@@ -60,8 +73,7 @@ TEST_F(IntervalTest, Texts) {
       text);
   data_interval_incident_t inc(incident_fields{4, "Generation failed", 0});
   inc.text(text);
-  EXPECT_EQ("(t: incident)(sev: 4)(msg: \"Generation failed\")(itime: 1970-01-01 00:00:00)",
-            text);
+  EXPECT_EQ("(t: incident)(sev: 4)(msg: \"Generation failed\")(itime: 1970-01-01 00:00:00)", text);
   inc.itime = -5;
   inc.text(text);
   EXPECT_EQ("(t: incident)(sev: 4)(msg: \"Generation failed\")(itime: -5)", text);
@@ -78,7 +90,10 @@ TEST_F(IntervalTest, NullsAndUnknownClassesInAList) {
   EXPECT_TRUE(back == list);
   EXPECT_FALSE(back[1]);
 
-  protocol::MemoryPipe pipe(8, 8, std::string("\x07\0\0\0" "tail", 8));
+  protocol::MemoryPipe pipe(8, 8,
+                            std::string("\x07\0\0\0"
+                                        "tail",
+                                        8));
   protocol::ioprim io(pipe.in(), pipe.out());
   interval_ptr p = continuous(1);
   io >> p;
@@ -90,9 +105,7 @@ TEST_F(IntervalTest, NullsAndUnknownClassesInAList) {
 
 TEST_F(IntervalTest, PrintForm) {
   interval_ptr e(std::make_unique<data_interval_enum_t>(enum_fields{1, 2, 3, 4, 5}));
-  EXPECT_EQ(
-      "{\n  type: 3\n  mask: 1\n  ngood: 2\n  nbad: 3\n  start: 4\n  end: 5\n}",
-      printed(e));
+  EXPECT_EQ("{\n  type: 3\n  mask: 1\n  ngood: 2\n  nbad: 3\n  start: 4\n  end: 5\n}", printed(e));
 }
 
 }  // namespace
