@@ -57,8 +57,14 @@ class CheckAnalysis {
   const Thresholds& thresholds() const { return thresholds_; }
 
  private:
-  // Loads the thresholds and works out the allowance of data types 5, 6.
-  WalkSettings numericSettings();
+  // Data types 5 and 6: filter, thresholds, allowance, and the walk with
+  // `Classify` for each sample (inlined: a template argument).
+  using NumericClassifier = void (*)(const Thresholds&, const ContinuousSample&, int64_t, Sums&);
+  template <NumericClassifier Classify>
+  int64_t analyseNumeric(SampleList<ContinuousSample> samples, const Interval& interval,
+                         const char* kind);
+  // The allowance of uptime and enum checks; false (with the error line)
+  // when the check has no `frequency` or a null one.
   bool stateHead(const char* kind, uint32_t& delta);
 
   const tql::patch_t& check_;

@@ -30,31 +30,25 @@ SampleList<ContinuousSample> numericHead(SampleList<ContinuousSample> samples,
 
 }  // namespace
 
-WalkSettings CheckAnalysis::numericSettings() {
+template <CheckAnalysis::NumericClassifier Classify>
+int64_t CheckAnalysis::analyseNumeric(SampleList<ContinuousSample> samples,
+                                      const Interval& interval, const char* kind) {
+  const SampleList<ContinuousSample> list = numericHead(samples, interval, kind);
+  if (list.empty()) return 0;
   thresholds_ = loadThresholds(check_);
-  return {deltaSetUnknown(check_, thresholds_.alertAbove), fromStart_};
+  const WalkSettings settings{deltaSetUnknown(check_, thresholds_.alertAbove), fromStart_};
+  const Thresholds& t = thresholds_;
+  return walkSamples(
+      list, interval, settings, stats_,
+      [&t](const ContinuousSample& s, int64_t span, Sums& into) { Classify(t, s, span, into); });
 }
 
 int64_t CheckAnalysis::analyseContinuous(SampleList<ContinuousSample> samples,
                                          const Interval& interval) {
-  const SampleList<ContinuousSample> list = numericHead(samples, interval, "Continuous");
-  if (list.empty()) return 0;
-  const WalkSettings settings = numericSettings();
-  const Thresholds& t = thresholds_;
-  return walkSamples(list, interval, settings, stats_,
-                     [&t](const ContinuousSample& s, int64_t span, Sums& into) {
-                       classifyContinuous(t, s, span, into);
-                     });
+  return analyseNumeric<classifyContinuous>(samples, interval, "Continuous");
 }
 
 int64_t CheckAnalysis::analyseAccumulation(SampleList<ContinuousSample> samples,
                                            const Interval& interval) {
-  const SampleList<ContinuousSample> list = numericHead(samples, interval, "Accumulation");
-  if (list.empty()) return 0;
-  const WalkSettings settings = numericSettings();
-  const Thresholds& t = thresholds_;
-  return walkSamples(list, interval, settings, stats_,
-                     [&t](const ContinuousSample& s, int64_t span, Sums& into) {
-                       classifyWhole(t, s, span, into);
-                     });
+  return analyseNumeric<classifyWhole>(samples, interval, "Accumulation");
 }

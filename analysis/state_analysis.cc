@@ -43,8 +43,6 @@ SampleList<Sample> stateFilter(SampleList<Sample> samples, const Interval& inter
 
 }  // namespace
 
-// The check's frequency decides the allowance: false (with the error line)
-// when the check has none or a null one.
 bool CheckAnalysis::stateHead(const char* kind, uint32_t& delta) {
   const Frequency f = checkFrequency(check_);
   if (!f.present) {

@@ -44,35 +44,36 @@ tql::patch_t benchCheck() {
   return check;
 }
 
-// Samples of 60 s, most back to back, one in 50 after a gap of 61 to 120 s;
-// values from 0 to 99, one in 20 with a failed measurement.
-std::vector<ContinuousSample> continuousRecords() {
-  std::vector<ContinuousSample> records(kSamples);
+// kSamples records of 60 s from kFirst; `fill(record, r, t)` sets the rest
+// from the random number `r` and may move the running time `t` on first.
+template <class Sample, class Fill>
+std::vector<Sample> records(Fill fill) {
+  std::vector<Sample> out(kSamples);
   Numbers numbers;
   int64_t t = kFirst;
-  for (ContinuousSample& s : records) {
-    const uint32_t r = numbers.next();
-    if (r % 50 == 0) t += 61 + r % 60;
+  for (Sample& s : out) {
+    fill(s, numbers.next(), t);
     s.start = t;
     s.end = t += kStep;
+  }
+  return out;
+}
+
+// Most back to back, one in 50 after a gap of 61 to 120 s; values from 0
+// to 99, one in 20 with a failed measurement.
+std::vector<ContinuousSample> continuousRecords() {
+  return records<ContinuousSample>([](ContinuousSample& s, uint32_t r, int64_t& t) {
+    if (r % 50 == 0) t += 61 + r % 60;
     s.min = static_cast<float>(r % 100);
     s.avg = s.max = s.min + 5;
     s.ngood = 1 + r % 3;
     s.nbad = r % 20 == 0 ? 1 : 0;
-  }
-  return records;
+  });
 }
 
+// Back to back, up to five states each (some with none).
 std::vector<EnumSample> enumRecords() {
-  std::vector<EnumSample> records(kSamples);
-  Numbers numbers;
-  int64_t t = kFirst;
-  for (EnumSample& s : records) {
-    s.start = t;
-    s.end = t += kStep;
-    s.mask = numbers.next() & 0x1f;
-  }
-  return records;
+  return records<EnumSample>([](EnumSample& s, uint32_t r, int64_t&) { s.mask = r & 0x1f; });
 }
 
 template <class Sample>
