@@ -121,10 +121,4 @@ TEST(ReportIntervals, NothingInsideThePeriodMeansTheWholePeriod) {
   EXPECT_EQ(range(kMonday, kMonday + kDay), render(reportIntervals(nullptr, kMonday, kDay)));
 }
 
-TEST(ReportIntervals, FirstPlanAmongTheChildren) {
-  auto report = object(5, {object(schema::kEvent), plan({}), plan({dayPlanner("x", {})})});
-  EXPECT_EQ(&report.children[1], firstPlan(report));
-  EXPECT_EQ(nullptr, firstPlan(object(5)));
-}
-
 }  // namespace

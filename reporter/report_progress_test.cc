@@ -37,15 +37,6 @@ TEST(ReportProgress, TwoNodesGive50Then99) {
   EXPECT_EQ((std::vector<std::string>{"5:50", "38:50", "5:99", "38:99"}), r.writes);
 }
 
-TEST(ReportProgress, ThreeNodesRoundToTheNearest) {
-  // (1 + 98) / 3 + 1 = 34, (1 + 196) / 3 + 1 = 66.
-  Recorder r;
-  ReportProgress progress(tql::id_t(), tql::id_t(), 3, r.writer());
-  progress.advance(1);
-  progress.advance(1);
-  EXPECT_EQ((std::vector<std::string>{"5:34", "38:34", "5:66", "38:66"}), r.writes);
-}
-
 TEST(ReportProgress, DatabaseFailureIsLoggedAndTheStepCounts) {
   Recorder r;
   r.failClass = ReportProgress::kReportClass;
