@@ -1,5 +1,5 @@
 // The fdio form of plain values, containers and records, written and read
-// through a protocol::ioprim. The byte layout is in protocol/README.md.
+// through a protocol::ioprim. The byte layout is in protocol/fdio_format.md.
 //
 // Readers raise io::EEndOfStream when the stream ends inside a value and
 // error::EParseError for a value that can't be one (see the functions). A

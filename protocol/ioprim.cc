@@ -83,6 +83,7 @@ void ioprim::read_bytes(void* bytes, size_t n) {
     size_t k = n < rsize_ - rpos_ ? n : rsize_ - rpos_;
     std::memcpy(to, rptr_ + rpos_, k);
     rpos_ += k;
+    bytes_read_ += k;
     to += k;
     n -= k;
     // An area that is used up goes back at once, so that the stream may

@@ -1,5 +1,5 @@
 // protocol::ioprim: reader and writer of the fdio form of values on one
-// event stream (the byte layout is written down in protocol/README.md).
+// event stream (the byte layout is written down in protocol/fdio_format.md).
 //
 // It works over one io::IStream and one io::OStream that lend their buffers.
 // It holds the area lent for writing and the area lent for reading between
@@ -44,6 +44,9 @@ class ioprim {
   // consumed), error::ESystemError on a fault.
   void read_bytes(void* bytes, size_t n);
 
+  // The number of bytes read so far, for positions in messages.
+  uint64_t bytes_read() const { return bytes_read_; }
+
   // The input stream: a key for tables kept per stream.
   const io::IStream& input() const { return in_; }
 
@@ -84,6 +87,7 @@ class ioprim {
   size_t rpos_ = 0;
 
   int nesting_ = 0;  // Records being read, outermost included.
+  uint64_t bytes_read_ = 0;
 };
 
 }  // namespace protocol

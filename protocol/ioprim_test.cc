@@ -54,6 +54,7 @@ TEST(IoprimTest, ValueStraddlingReadAreasIsReadWhole) {
   uint32_t v = 0;
   io >> v;
   EXPECT_EQ(0x05040302u, v);
+  EXPECT_EQ(5u, io.bytes_read());
   char rest[3];
   io.read_bytes(rest, 3);
   EXPECT_EQ(std::string("\x06\x07\x08", 3), std::string(rest, 3));

@@ -13,15 +13,15 @@ MemoryPipe::MemoryPipe(size_t write_area, size_t read_area, std::string initial)
 size_t MemoryPipe::In::readBegin(const char*& ptr) {
   size_t left = pipe_.bytes_.size() - pipe_.read_pos_;
   if (left == 0) throw io::EEndOfStream("MemoryPipe");
-  lent_ = left < pipe_.read_area_ ? left : pipe_.read_area_;
-  ptr = pipe_.bytes_.data() + pipe_.read_pos_;
-  return lent_;
+  area_ = pipe_.bytes_.substr(pipe_.read_pos_, pipe_.read_area_);
+  ptr = area_.data();
+  return area_.size();
 }
 
 void MemoryPipe::In::readCommit(size_t n) {
-  TAVREL_ASSERT(n <= lent_, "MemoryPipe: more committed than lent");
+  TAVREL_ASSERT(n <= area_.size(), "MemoryPipe: more committed than lent");
   pipe_.read_pos_ += n;
-  lent_ = 0;
+  area_.clear();
 }
 
 size_t MemoryPipe::Out::writeBegin(char*& ptr) {

@@ -43,7 +43,7 @@ class MemoryPipe {
 
    private:
     MemoryPipe& pipe_;
-    size_t lent_ = 0;
+    std::string area_;  // A copy of the lent bytes: writes may grow the pipe meanwhile.
   };
 
   class Out : public io::OStream {

@@ -19,15 +19,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   size_t area = size > 0 ? 1 + data[0] % 16 : 1;
   std::string bytes(reinterpret_cast<const char*>(data), size);
   protocol::MemoryPipe pipe(64, area, bytes.substr(size > 0 ? 1 : 0));
+  protocol::MemoryPipe copy(64);
   {
     protocol::ioprim io(pipe.in(), pipe.out());
+    protocol::ioprim out(copy.in(), copy.out());
     try {
       for (;;) {
         std::unique_ptr<queues::event> e = queues::read_event(io);
         std::ostringstream os;
         queues::print(os, *e);
         // What was read must write again.
-        io << *e;
+        out << *e;
       }
     } catch (const error::Exception&) {
     }

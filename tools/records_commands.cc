@@ -26,14 +26,13 @@ int run_fdio_print(Args& args) {
   queues::set_unknown_event_policy(queues::UnknownEventPolicy::kRaise);
   protocol::MemoryPipe pipe(4096, 4096, input);
   protocol::ioprim io(pipe.in(), pipe.out());
-  size_t start = 0;
-  while (start < input.size()) {
+  while (io.bytes_read() < input.size()) {
+    uint64_t start = io.bytes_read();
     try {
       queues::print(std::cout, *queues::read_event(io));
     } catch (const io::EEndOfStream&) {
       throw error::EParseError("truncated event at byte " + std::to_string(start));
     }
-    start = input.size() - pipe.unread().size();
   }
   return 0;
 }

@@ -49,6 +49,9 @@ class FdioPrint(unittest.TestCase):
     def test_truncated_event(self):
         self.assertEqual((1, b"", b"error: truncated event at byte 0\n"),
                          run(["fdio-print"], ACK[:-1]))
+        code, out, err = run(["fdio-print"], ACK + ACK[:-1])
+        self.assertEqual((1, b"error: truncated event at byte 20\n"), (code, err))
+        self.assertEqual(1, out.count(b"TQL_ACKNOWLEDGE"))
 
     def test_absurd_string_length(self):
         code, _, err = run(["fdio-print"], header(86, 2, 5, 1) + struct.pack("<Q", 1 << 62))
