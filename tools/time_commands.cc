@@ -7,18 +7,10 @@
 #include "base/zone.h"
 #include "tools/commands.h"
 #include "tools/hex.h"
+#include "tools/zone_arg.h"
 
 namespace tools {
 namespace {
-
-// --zone Z, a 32-bit integer; the zone of TZ when not given.
-zone_t zone_arg(Args& args) {
-  const auto text = args.option("--zone");
-  if (!text) return timeZoneValue(kEnvironmentZone);
-  const int64_t v = Args::to_int(*text);
-  if (v < INT32_MIN || v > INT32_MAX) throw error::EParseError("zone out of range: " + *text);
-  return timeZoneValue(static_cast<int32_t>(v));
-}
 
 int64_t seconds_arg(Args& args) {
   const std::string text = args.positional("SECONDS");

@@ -178,4 +178,32 @@ TEST(ToolTime, BadInput) {
   });
 }
 
+TEST(ToolReporter, NextGenerationAndPeriods) {
+  expectLines(
+      {
+          // Daily at 10:00, last 09:59 on 5 January 2026: today; at 10:00: tomorrow.
+          {"next-generation --last 1767603540 --date 1 --time 36000 --frequency 0", "1767603600"},
+          {"next-generation --last 1767603600 --date 1 --time 36000 --frequency 0", "1767690000"},
+          {"next-generation --last 1767603600 --date 0 --time 36000 --frequency 0", "0"},
+          // Period 3 in January: December 2025, 31 days.
+          {"resolve-period --when 1768474800 --period 3", "1764543600 2678400"},
+          // Period 1 on 30 March: from midnight CET, 24 hours whatever the clock did.
+          {"resolve-period --when 1774864800 --period 1", "1774738800 86400"},
+      },
+      "TZ=Europe/Copenhagen");
+  expectLines({
+      // Monthly on the 1st, from 1 January 1970 00:00 GMT: 1 February.
+      {"next-generation --last 0 --date 3 --time 0 --frequency 1 --zone 0", "2678400"},
+      {"resolve-period --when 100 --fixed 5 3600 --zone 0", "5 3600"},
+      {"resolve-period --when 100 --period 5 --zone 0", "0 100"},
+      {"resolve-period --when 100 --zone 0", "0 0"},
+  });
+  expectFailures({
+      {"next-generation --last 5 --date 9 --time 0 --frequency 0", "Unknown schedule kind 9"},
+      {"resolve-period --when 100 --period 7",
+       "Error got unknown period in Report::resolveIssue"},
+      {"next-generation --last 5 --date 1 --time 0", "missing option --frequency"},
+  });
+}
+
 }  // namespace

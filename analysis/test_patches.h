@@ -1,0 +1,70 @@
+// Builders of stored objects for the analysis tests.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "analysis/schema.h"
+#include "tql/patch.h"
+#include "tql/property.h"
+
+namespace testing_patches {
+
+inline tql::patch_t object(int32_t class_number, std::vector<tql::patch_t> children = {}) {
+  tql::patch_t p;
+  p.class_ = class_number;
+  p.children = std::move(children);
+  return p;
+}
+
+inline tql::patch_t& withUint(tql::patch_t& p, int32_t number, uint32_t v) {
+  p.set_property(tql::make_property<20>(number, v));
+  return p;
+}
+
+inline tql::patch_t& withReal(tql::patch_t& p, int32_t number, double v) {
+  p.set_property(tql::make_property<13>(number, v));
+  return p;
+}
+
+inline tql::patch_t& withString(tql::patch_t& p, int32_t number, std::string v) {
+  p.set_property(tql::make_string_property(number, std::move(v)));
+  return p;
+}
+
+// A property of kind `kind` with is_null set.
+inline tql::patch_t& withNull(tql::patch_t& p, int32_t number, int32_t kind) {
+  auto prop = tql::make_property(kind);
+  prop->name = number;
+  prop->is_null = true;
+  p.set_property(std::move(prop));
+  return p;
+}
+
+inline tql::patch_t event(bool active, uint32_t startTime, uint32_t duration) {
+  tql::patch_t e = object(schema::kEvent);
+  e.set_property(tql::make_boolean_property(schema::kActive, active));
+  withUint(e, schema::kStartTime, startTime);
+  withUint(e, schema::kDuration, duration);
+  return e;
+}
+
+inline tql::patch_t dayPlanner(std::string name, std::vector<tql::patch_t> events) {
+  tql::patch_t d = object(schema::kDayPlanner, std::move(events));
+  withString(d, schema::kName, std::move(name));
+  return d;
+}
+
+inline tql::patch_t datePlanner(int64_t date, std::vector<tql::patch_t> events) {
+  tql::patch_t d = object(schema::kDatePlanner, std::move(events));
+  d.set_property(tql::make_property<17>(schema::kDate, date));
+  return d;
+}
+
+inline tql::patch_t plan(std::vector<tql::patch_t> planners) {
+  return object(schema::kPlan, std::move(planners));
+}
+
+}  // namespace testing_patches

@@ -1,0 +1,128 @@
+#include "reporter/report_period.h"
+
+#include <string>
+
+#include "base/error.h"
+#include "base/log.h"
+#include "tql/decode.h"
+
+namespace {
+
+// Property numbers of a Report.
+constexpr int32_t kFormGraph = 332;
+constexpr int32_t kFormSummary = 331;
+constexpr int32_t kGoodScore = 504;
+constexpr int32_t kWarnScore = 505;
+constexpr int32_t kAlertScore = 506;
+constexpr int32_t kIncludeConfig = 335;
+constexpr int32_t kHideSectionLevel = 337;
+constexpr int32_t kHideSectionThreshold = 338;
+
+// The value of a set property of kind K, or null.
+template <int32_t K>
+const typename tql::property_kind_t<K>::value_type* valueOf(const tql::patch_t& report,
+                                                            int32_t number) {
+  const auto* p = dynamic_cast<const tql::property_kind_t<K>*>(report.find_property(number));
+  return p != nullptr && !p->is_null ? &p->value : nullptr;
+}
+
+// True unless the property is a set boolean that says false.
+bool flag(const tql::patch_t& report, int32_t number) {
+  const bool* v = valueOf<21>(report, number);
+  return v == nullptr || *v;
+}
+
+// A time or length in seconds: a date, or a number of another kind.
+int64_t seconds(const tql::patch_t& report, int32_t number) {
+  const tql::property_t& p = report.property(number);
+  if (const int64_t* date = valueOf<17>(report, number)) return *date;
+  double v = 0;
+  tql::decode_scalar(p, v);
+  if (!(v > -9.2e18 && v < 9.2e18)) throw error::ERange("Time out of range in report");
+  return static_cast<int64_t>(v);
+}
+
+void readSettings(const tql::patch_t& report, ResolvedIssue& options) {
+  tql::decode_enum(report.property(kReportType), kReportTypeEnum, options.kind);
+  options.wantGraph = flag(report, kFormGraph);
+  options.wantSummary = flag(report, kFormSummary);
+  options.wantIncidents = flag(report, kGoodScore) || flag(report, kWarnScore) ||
+                          flag(report, kAlertScore) || flag(report, kIncludeConfig);
+  const uint32_t* level = valueOf<20>(report, kHideSectionLevel);
+  options.hideLevel = level != nullptr ? *level : 0xFFFFFFFF;
+  const double* threshold = valueOf<13>(report, kHideSectionThreshold);
+  options.hideThreshold = threshold != nullptr ? *threshold : 0.0;
+  if (log_tracing()) {
+    log("Summary: " + std::to_string(options.wantSummary) +
+            ", graph: " + std::to_string(options.wantGraph),
+        kLogTrace);
+    log("Level: " + std::to_string(options.hideLevel), kLogTrace);
+  }
+}
+
+// The midnight of day `mday` of month `month` of year `year` (any of them
+// out of range; compose normalises), with `tm`'s other fields.
+int64_t composed(tm_t tm, int mday, int month, int year, zone_t zone) {
+  tm.mday = mday;
+  tm.mon = month;
+  tm.year = year;
+  return compose(tm, zone);
+}
+
+// Sets start and duration for a calendar `period` before `tm`'s day.
+void calendarPeriod(uint32_t period, const tm_t& tm, int64_t when, ResolvedIssue& options,
+                    zone_t zone) {
+  int64_t end = 0;
+  switch (period) {
+    case kPeriodYesterday:
+      options.start = composed(tm, tm.mday - 1, tm.mon, tm.year, zone);
+      options.duration = 86400;
+      return;
+    case kPeriodLastWeek:
+      options.start = composed(tm, tm.mday + (-7 - (tm.wday + 6) % 7), tm.mon, tm.year, zone);
+      options.duration = 604800;
+      return;
+    case kPeriodLastMonth:
+      options.start = composed(tm, 1, tm.mon - 1, tm.year, zone);
+      end = composed(tm, 1, tm.mon, tm.year, zone);
+      break;
+    case kPeriodLastYear:
+      options.start = composed(tm, 1, 0, tm.year - 1, zone);
+      end = composed(tm, 1, 0, tm.year, zone);
+      break;
+    case kPeriodEverything:
+      options.start = 0;
+      options.duration = when;
+      return;
+    case kPeriodLastQuarter:
+      options.start = composed(tm, 1, tm.mon / 3 * 3 - 3, tm.year, zone);
+      end = composed(tm, 1, tm.mon / 3 * 3, tm.year, zone);
+      break;
+    default:
+      throw error::EParseError("Error got unknown period in Report::resolveIssue");
+  }
+  options.duration = end - options.start;
+}
+
+}  // namespace
+
+void Report::resolveIssue(const tql::patch_t& report, int64_t when, ResolvedIssue& options,
+                          zone_t zone) {
+  readSettings(report, options);
+  tm_t tm = local(when, zone);
+  tm.hour = tm.min = tm.sec = 0;
+  tm.isdst = -1;
+  options.start = 0;
+  options.duration = 0;
+  const tql::property_t* period = report.find_property(kReportPeriod);
+  options.hasPeriod = period != nullptr;
+  if (period == nullptr) return;
+  if (period->is_null) {
+    options.start = seconds(report, kReportStartTime);
+    options.duration = seconds(report, kReportDuration);
+    return;
+  }
+  uint32_t value = 0;
+  tql::decode_enum(*period, kPeriodEnum, value);
+  calendarPeriod(value, tm, when, options, zone);
+}

@@ -1,0 +1,132 @@
+// Runs with TZ=Europe/Copenhagen (see CMakeLists.txt).
+#include "reporter/report_period.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/error.h"
+#include "tql/errors.h"
+#include "tql/property.h"
+
+namespace {
+
+const zone_t kCopenhagen = timeZoneValue(kEnvironmentZone);
+
+constexpr int32_t kType = 500;
+constexpr int32_t kPeriod = 307;
+
+tql::patch_t report() {
+  tql::patch_t r;
+  r.class_ = 5;
+  r.set_property(tql::make_property<25>(kType, tql::enum_value_t{0x1001e, 1}));
+  return r;
+}
+
+tql::patch_t withPeriod(uint32_t period) {
+  tql::patch_t r = report();
+  r.set_property(tql::make_property<25>(kPeriod, tql::enum_value_t{0x1000a, period}));
+  return r;
+}
+
+// "start duration" of the period for `when`.
+std::string period(const tql::patch_t& r, int64_t when, zone_t zone = kCopenhagen) {
+  ResolvedIssue issue;
+  Report::resolveIssue(r, when, issue, zone);
+  return std::to_string(issue.start) + " " + std::to_string(issue.duration);
+}
+
+TEST(ResolvePeriod, DayAndWeekHaveFixedLengths) {
+  // 5 January 2026 15:00: yesterday from midnight.
+  EXPECT_EQ("1767481200 86400", period(withPeriod(1), 1767621600));
+  // 30 March, the day after the change to summer time: the period starts
+  // at midnight CET and keeps 24 hours, so it ends at 01:00 CEST.
+  EXPECT_EQ("1774738800 86400", period(withPeriod(1), 1774864800));
+  // Wednesday 7 January: Monday 29 December to Sunday.
+  EXPECT_EQ("1766962800 604800", period(withPeriod(2), 1767783600));
+}
+
+TEST(ResolvePeriod, MonthYearAndQuarterByTheCalendar) {
+  // January: December of the year before, 31 days.
+  EXPECT_EQ("1764543600 2678400", period(withPeriod(3), 1768474800));
+  // April: March, one hour short for the change to summer time.
+  EXPECT_EQ("1772319600 2674800", period(withPeriod(3), 1775815200));
+  // 2025, 365 days.
+  EXPECT_EQ("1735686000 31536000", period(withPeriod(4), 1780308000));
+  // February: October to December of the year before, 92 days and the
+  // hour won back on 25 October.
+  EXPECT_EQ("1759269600 7952400", period(withPeriod(6), 1770721200));
+}
+
+TEST(ResolvePeriod, InAFixedZone) {
+  // One hour east, no daylight saving: the year before 1 July 2026.
+  EXPECT_EQ("1735686000 31536000", period(withPeriod(4), 1782864000, timeZoneValue(3600)));
+}
+
+TEST(ResolvePeriod, EverythingFixedAndNone) {
+  EXPECT_EQ("0 1770721200", period(withPeriod(5), 1770721200));
+
+  tql::patch_t fixed = report();
+  auto null = tql::make_property(25);
+  null->name = kPeriod;
+  null->is_null = true;
+  fixed.set_property(std::move(null));
+  fixed.set_property(tql::make_property<17>(305, int64_t{1700000000}));
+  fixed.set_property(tql::make_property<20>(306, 3600u));
+  ResolvedIssue issue;
+  Report::resolveIssue(fixed, 1770721200, issue, kCopenhagen);
+  EXPECT_TRUE(issue.hasPeriod);
+  EXPECT_EQ("1700000000 3600", period(fixed, 1770721200));
+
+  fixed.properties.erase(306);
+  EXPECT_THROW(period(fixed, 1770721200), errors::tql);
+
+  Report::resolveIssue(report(), 1770721200, issue, kCopenhagen);
+  EXPECT_FALSE(issue.hasPeriod);
+  EXPECT_EQ("0 0", period(report(), 1770721200));
+}
+
+TEST(ResolvePeriod, UnknownPeriodValueRaises) {
+  try {
+    period(withPeriod(7), 1770721200);
+    FAIL() << "no exception";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ("Error got unknown period in Report::resolveIssue", e.text());
+  }
+}
+
+TEST(ResolveSettings, DefaultsAndWhatCountsAsTrue) {
+  ResolvedIssue issue;
+  Report::resolveIssue(report(), 0, issue, kCopenhagen);
+  EXPECT_EQ(1u, issue.kind);
+  EXPECT_TRUE(issue.wantGraph && issue.wantSummary && issue.wantIncidents);
+  EXPECT_EQ(0xFFFFFFFFu, issue.hideLevel);
+  EXPECT_EQ(0.0, issue.hideThreshold);
+
+  tql::patch_t r = report();
+  r.set_property(tql::make_boolean_property(332, false));  // formGraph
+  r.set_property(tql::make_property<20>(331, 0u));         // formSummary, no boolean
+  for (int32_t n : {504, 505, 506}) r.set_property(tql::make_boolean_property(n, false));
+  r.set_property(tql::make_property<20>(337, 2u));
+  r.set_property(tql::make_property<13>(338, 99.5));
+  Report::resolveIssue(r, 0, issue, kCopenhagen);
+  EXPECT_FALSE(issue.wantGraph);
+  EXPECT_TRUE(issue.wantSummary);
+  EXPECT_TRUE(issue.wantIncidents);  // includeConfig is absent
+  EXPECT_EQ(2u, issue.hideLevel);
+  EXPECT_EQ(99.5, issue.hideThreshold);
+  r.set_property(tql::make_boolean_property(335, false));
+  r.set_property(tql::make_property<19>(337, 2));  // an int: the default
+  Report::resolveIssue(r, 0, issue, kCopenhagen);
+  EXPECT_FALSE(issue.wantIncidents);
+  EXPECT_EQ(0xFFFFFFFFu, issue.hideLevel);
+}
+
+TEST(ResolveSettings, TypeIsRequired) {
+  tql::patch_t r = report();
+  r.properties.clear();
+  ResolvedIssue issue;
+  EXPECT_THROW(Report::resolveIssue(r, 0, issue, kCopenhagen), errors::tql);
+}
+
+}  // namespace

@@ -1,0 +1,13 @@
+// The --zone option shared by the subcommands that work with local time.
+#pragma once
+
+#include "base/zone.h"
+#include "tools/args.h"
+
+namespace tools {
+
+// --zone Z, a 32-bit integer; the zone of TZ when not given. Raises
+// error::EParseError for a value out of range.
+zone_t zone_arg(Args& args);
+
+}  // namespace tools
