@@ -20,11 +20,6 @@ class SelectRulesTest : public ::testing::Test {
     w.add("g1", kCheckGroup, "g2");
     w.add("g2", kCheck, "c3", props(bool_prop(pActive, false)));
   }
-  static std::vector<tql::property_ptr> props(tql::property_ptr p) {
-    std::vector<tql::property_ptr> v;
-    v.push_back(std::move(p));
-    return v;
-  }
   TestWorld w;
 };
 
