@@ -64,6 +64,14 @@ TEST_F(SelectRulesTest, ConditionWithoutPropertyIsABadRequestEvenWhereNothingRea
   EXPECT_THROW(select(w.store(), {w.id("n")}, step(kNode, 0, {step(kUser, 0, {p})})), EBadRequest);
 }
 
+TEST_F(SelectRulesTest, PatternDepthIsBounded) {
+  tql::pattern_t deep = step(kAny, 0);
+  for (int i = 1; i < 64; ++i) deep = step(kAny, 0, {deep});
+  EXPECT_EQ("n(g1(c1,c2,g2(c3)))", w.select({"n"}, deep));
+  deep = step(kAny, 0, {deep});
+  EXPECT_THROW(select(w.store(), {w.id("n")}, deep), EBadRequest);
+}
+
 TEST_F(SelectRulesTest, SeveralBranchesMergeTagsFlagsAndProperties) {
   tql::pattern_t p = step(kNode, 0, {with_tag(step(kCheckGroup, 2), 5),
                                      with_tag(wanting(step(kCheckGroup, 0), {pName}), 6)});

@@ -163,6 +163,32 @@ TEST(WorldLoadTest, BrokenWorldsNameThePathOfTheBadValue) {
   for (const auto& [world, message] : cases) EXPECT_EQ(message, load_error(world)) << world;
 }
 
+TEST(WorldLoadTest, ConfigFieldsOfEveryTypeRoundTrip) {
+  Loaded w;
+  load_world_text(R"({"config": {"passive": true, "log_mask": -4096, "mail_from": "a@b",
+                                  "modem_options": ["x", "y"], "snmp_timeout_initial": 1.25}})",
+                  w.db, w.config);
+  EXPECT_TRUE(w.config.passive);
+  EXPECT_EQ(-4096, w.config.log_mask);
+  EXPECT_EQ((std::set<std::string>{"x", "y"}), w.config.modem_options);
+  EXPECT_EQ(TimeValue(1, 250000), w.config.snmp_timeout_initial);
+  Loaded again;
+  load_world(Json{{"config", dump_world(w.db, w.config)["config"]}}, again.db, again.config);
+  EXPECT_EQ(w.config, again.config);
+  EXPECT_EQ("config.snmp_timeout_max: expected a number of seconds, 0 or more",
+            load_error(R"({"config": {"snmp_timeout_max": -1}})"));
+  EXPECT_EQ("config.modem_options: expected an array of strings",
+            load_error(R"({"config": {"modem_options": [1]}})"));
+}
+
+TEST(WorldLoadTest, DeeplyNestedObjectsAreRefusedBeforeLoading) {
+  std::string text = R"({"objects": {"class": "Domain")";
+  for (int i = 0; i < 5000; ++i) text += R"(, "children": [{"class": "Node")";
+  for (int i = 0; i < 5000; ++i) text += "}]";
+  const std::string error = load_error(text + "}}");
+  EXPECT_NE(std::string::npos, error.find(": objects nested deeper than 256 levels")) << error;
+}
+
 TEST(WorldLoadTest, SyntaxErrorsAndMissingFilesAreWorldErrors) {
   EXPECT_EQ(0u, load_error(R"({"objects": )").find("not valid JSON: "));
   Loaded w;
