@@ -194,7 +194,8 @@ void WorldLoader::load_series(const Json& series, const std::string& path) {
   const tql::id_t owner = resolve(string_member(series, path, "owner"), path + ".owner");
   const int32_t index = property_number(string_member(series, path, "property"), path + ".property");
   const Json& type = required(series, path, "data_type");
-  const int32_t data_type = type.is_number_integer() ? type.get<int32_t>() : 0;
+  const bool small = type.is_number_integer() && type.get<int64_t>() >= 0 && type.get<int64_t>() < 100;
+  const int32_t data_type = small ? static_cast<int32_t>(type.get<int64_t>()) : 0;
   const int32_t record_class = record_class_of(data_type);
   if (record_class == 0) throw EWorldError(path + ".data_type", "expected a data type, 2 to 6");
   if (db_.series().find(owner, index) != nullptr) {
