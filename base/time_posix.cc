@@ -77,6 +77,7 @@ std::string format_time(const std::string& format, const tm_t& tm) {
   return std::string(buffer, n);
 }
 
+// gettimeofday gives the wall clock with microseconds since the epoch.
 bool wall_clock(int64_t& seconds, int32_t& microseconds) {
   struct timeval tv = {};
   bool ok = ::gettimeofday(&tv, nullptr) == 0;

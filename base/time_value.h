@@ -17,9 +17,9 @@ class TimeValue {
   int32_t seconds = 0;
   int32_t microseconds = 0;
 
-  TimeValue() = default;
+  constexpr TimeValue() = default;
   // `microseconds` 0.
-  TimeValue(int32_t s) : seconds(s) {}  // NOLINT: a plain count of seconds
+  constexpr TimeValue(int32_t s) : seconds(s) {}  // NOLINT: a plain count of seconds
   // Normalises: microseconds of 1000000 or more move into the seconds.
   // Negative microseconds are the fatal assertion
   // "Cannot normalize negative microseconds".
@@ -61,6 +61,6 @@ class TimeValue {
   std::string format(const std::string& formatString, bool local) const;
 };
 
-inline const TimeValue kOneDay{86400, 0};
-inline const TimeValue kLargestTime{0x7fffffff, 0};
-inline const TimeValue kSmallestTime{0, 0};
+inline constexpr TimeValue kOneDay{86400};
+inline constexpr TimeValue kLargestTime{0x7fffffff};
+inline constexpr TimeValue kSmallestTime{0};

@@ -11,12 +11,4 @@ MonotonicClock::time_point MonotonicClock::now() {
   return time_point(duration(int64_t{ts.tv_sec} * 1000000 + ts.tv_nsec / 1000));
 }
 
-TimePoint add_saturated(TimePoint deadline, Duration span) {
-  if (span == kInfinite || deadline == kNoDeadline) return kNoDeadline;
-  if (span.count() > 0 &&
-      deadline.time_since_epoch() > kNoDeadline.time_since_epoch() - span)
-    return kNoDeadline;
-  return deadline + span;
-}
-
 }  // namespace io

@@ -14,18 +14,18 @@ void OsSelector::add(Selectable& s) {
                 "Tried to add StackedSelectableFront to OsSelector");
   if (!os_avail_.insert(&s).second)
     assertion_failed("Selectable allready added to selector: " + name_of(s));
-  WaitHandle handle = s.wait_handle();
-  if (!handle.valid()) return;
+  // Every selectable gets a slot, also one without a descriptor now: a
+  // stream may get its descriptor later (PipeOStream::set_handle), and the
+  // slots are asked afresh each round.
   index_[&s] = owners_.size();
   owners_.push_back(&s);
-  handles_.push_back(handle);
+  handles_.push_back(s.wait_handle());
 }
 
 void OsSelector::remove(Selectable& s) {
   TAVREL_ASSERT(os_avail_.erase(&s) == 1, "Selectable to remove not on selector");
   pending_.erase(std::remove(pending_.begin(), pending_.end(), &s), pending_.end());
   auto it = index_.find(&s);
-  if (it == index_.end()) return;
   // The last entry fills the hole; the vectors keep no order.
   size_t slot = it->second;
   index_.erase(it);
@@ -90,7 +90,7 @@ bool OsSelector::refresh_handles() {
   bool any = false;
   for (size_t i = 0; i < owners_.size(); ++i) {
     handles_[i] = owners_[i]->wait_handle();
-    any = any || handles_[i].events != kWaitNone;
+    any = any || (handles_[i].valid() && handles_[i].events != kWaitNone);
   }
   return any;
 }

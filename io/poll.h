@@ -12,7 +12,7 @@ inline constexpr int kPollTimedOut = -1;
 inline constexpr int kPollInterrupted = -2;
 
 // Waits until one of `handles` is signalled for its events, or
-// `timeout_ms` passes (-1: no limit). Entries with kWaitNone are skipped; an
+// `timeout_ms` passes (-1: no limit). Entries without a descriptor or with kWaitNone are skipped; an
 // empty vector just sleeps. Returns the lowest index that was signalled
 // (hang-up and error count as signalled), kPollTimedOut, or kPollInterrupted
 // when a signal handler ran. Raises error::ESystemError "WaitForMultipleEvents

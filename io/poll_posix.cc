@@ -22,7 +22,7 @@ int poll_handles(const std::vector<WaitHandle>& handles, int timeout_ms) {
   for (size_t i = 0; i < handles.size(); ++i) {
     const WaitHandle& h = handles[i];
     // A negative descriptor is ignored by poll(): nothing is wanted of it now.
-    fds[i].fd = h.events == kWaitNone ? -1 : h.fd;
+    fds[i].fd = h.events == kWaitNone || !h.valid() ? -1 : h.fd;
     fds[i].events = poll_events(h.events);
   }
   int n = ::poll(fds.data(), fds.size(), timeout_ms);

@@ -21,9 +21,9 @@ inline constexpr unsigned kWaitRead = 1;
 inline constexpr unsigned kWaitWrite = 2;
 
 // The operating-system object of a selectable: a descriptor and what to wait
-// for on it now. `fd` is -1 for none. A selectable that has a descriptor keeps
-// the same one while it is on a selector; `events` may change from round to
-// round (kWaitNone: nothing wanted in this round, the descriptor is skipped).
+// for on it now. `fd` is -1 for none. The selectors ask for it afresh on each
+// round, so both may change while the selectable is on a selector (kWaitNone:
+// nothing wanted in this round, the descriptor is skipped).
 struct WaitHandle {
   int fd = -1;
   unsigned events = kWaitNone;
@@ -49,7 +49,8 @@ class Selectable {
   // The default is false.
   virtual bool absorbs_signal();
   // Called on each round before the process sleeps; a stream states here
-  // which transfer it wants. The default does nothing.
+  // which transfer it wants. It must not add selectables to or remove them
+  // from the selector that calls it. The default does nothing.
   virtual void before_wait();
   // True, and `when` set, when the selectable becomes ready at a point in
   // time. The default is false.

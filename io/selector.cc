@@ -9,9 +9,11 @@
 namespace io {
 
 SelectorBase::~SelectorBase() {
-  // Fronts first: their removal takes the underlying selectables along.
-  while (!fronts_.empty()) remove(**fronts_.begin());
+  // What the callers added first (no client): removing a front takes its
+  // underlying selectables along, through as many layers as are stacked. A
+  // front that is itself underlying another layer goes with that layer.
   while (!without_client_.empty()) remove(**without_client_.begin());
+  while (!fronts_.empty()) remove(**fronts_.begin());
   TAVREL_ASSERT(avail_.empty(), "avail not empty in ~SelectorBase");
 }
 

@@ -38,7 +38,7 @@ class OsSelector {
   OsSelector& operator=(const OsSelector&) = delete;
   virtual ~OsSelector() = default;
 
-  // Enters `s`; one with a descriptor gets the next slot of the poll set. A
+  // Enters `s` and gives it the next slot of the poll set. A
   // front is the fatal assertion "Tried to add StackedSelectableFront to
   // OsSelector"; a second add "Selectable allready added to selector: " +
   // name.

@@ -73,7 +73,8 @@ ioprim& operator>>(ioprim& io, std::set<T, C>& c);
 template <class K, class V>
 ioprim& operator>>(ioprim& io, std::map<K, V>& c);
 
-// Records: their fields in the order of their field list.
+// Records: their fields in the order of their field list. Reading raises
+// error::EParseError for records nested deeper than ioprim::kMaxNesting.
 template <Record R>
 ioprim& operator<<(ioprim& io, const R& r);
 template <Record R>
@@ -185,6 +186,7 @@ ioprim& operator<<(ioprim& io, const R& r) {
 }
 template <Record R>
 ioprim& operator>>(ioprim& io, R& r) {
+  ioprim::Nesting level(io);
   detail::FieldReader rd{io};
   R::visit(r, rd);
   return io;

@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string>
 
+#include "base/error.h"
 #include "base/fatal.h"
 #include "io/stream.h"
 #include "protocol/wait.h"
@@ -10,6 +11,13 @@
 namespace protocol {
 
 ioprim::ioprim(io::IStream& in, io::OStream& out) : in_(in), out_(out) {}
+
+ioprim::Nesting::Nesting(ioprim& io) : io_(io) {
+  if (++io_.nesting_ > kMaxNesting) {
+    --io_.nesting_;
+    throw error::EParseError("fdio: records nested deeper than " + std::to_string(kMaxNesting));
+  }
+}
 
 ioprim::~ioprim() {
   if (rsize_ > 0) in_.readCommit(rpos_);

@@ -47,6 +47,24 @@ class ioprim {
   // The input stream: a key for tables kept per stream.
   const io::IStream& input() const { return in_; }
 
+  // The deepest nesting of records that a reader accepts. Trees (patches,
+  // patterns, nested events) come from outside; without a bound a long
+  // chain of tiny nested records would exhaust the stack.
+  static constexpr int kMaxNesting = 256;
+
+  // Marks one level of nesting while a record is read. Raises
+  // error::EParseError "fdio: records nested deeper than 256" past the bound.
+  class Nesting {
+   public:
+    explicit Nesting(ioprim& io);
+    ~Nesting() { --io_.nesting_; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+   private:
+    ioprim& io_;
+  };
+
  private:
   void next_write_area();
   void commit_write();
@@ -64,6 +82,8 @@ class ioprim {
   const char* rptr_ = nullptr;
   size_t rsize_ = 0;
   size_t rpos_ = 0;
+
+  int nesting_ = 0;  // Records being read, outermost included.
 };
 
 }  // namespace protocol

@@ -4,6 +4,7 @@
 
 #include <sstream>
 
+#include "base/error.h"
 #include "io/errors.h"
 #include "protocol/fdio.h"
 #include "protocol/memory_stream.h"
@@ -145,6 +146,35 @@ TEST(IoprimTest, FalseCountsEndTheStreamWithoutHugeAllocations) {
   ioprim io3(p3.in(), p3.out());
   int32_t n = 0;
   EXPECT_THROW(io3 >> n, io::EEndOfStream);
+}
+
+struct Chain {
+  std::vector<Chain> below;
+  template <class Self, class V>
+  static void visit(Self& self, V& v) {
+    v("below", self.below);
+  }
+};
+
+TEST(IoprimTest, NestingIsBounded) {
+  // Each level: a count of 1 and the next level; the last has count 0.
+  auto chain = [](int levels) {
+    std::string bytes;
+    for (int i = 1; i < levels; ++i) bytes += std::string("\x01\0\0\0", 4);
+    return bytes + std::string(4, '\0');
+  };
+  MemoryPipe ok(8, 8, chain(ioprim::kMaxNesting));
+  ioprim io_ok(ok.in(), ok.out());
+  Chain c;
+  EXPECT_NO_THROW(io_ok >> c);
+  MemoryPipe deep(8, 8, chain(100000));
+  ioprim io_deep(deep.in(), deep.out());
+  try {
+    io_deep >> c;
+    ADD_FAILURE() << "no exception";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ("fdio: records nested deeper than 256", e.text());
+  }
 }
 
 TEST(PrintTest, RecordsAndContainersPrintOneFieldALine) {

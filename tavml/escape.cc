@@ -11,12 +11,24 @@ std::string escape(std::string_view s, const char* line_feed, const char* carria
   for (char ch : s) {
     const unsigned char c = static_cast<unsigned char>(ch);
     switch (c) {
-      case '\n': out += line_feed; break;
-      case '\r': out += carriage_return; break;
-      case '"': out += "&quot;"; break;
-      case '&': out += "&amp;"; break;
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
+      case '\n':
+        out += line_feed;
+        break;
+      case '\r':
+        out += carriage_return;
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
       default:
         if (c < 32) {
           out += "&#" + std::to_string(c) + ";";

@@ -34,8 +34,10 @@ TEST(DotStringWidth, FillsCutsOrKeeps) {
 }
 
 TEST(DotStringWidthDeathTest, ShortWidthWithACutIsFatal) {
-  EXPECT_DEATH(dot_string_width("abc", 2), "Assertion failed: short length given to dot_string_width");
-  EXPECT_DEATH(dot_string_width("", -1), "Assertion failed: short length given to dot_string_width");
+  EXPECT_DEATH(dot_string_width("abc", 2),
+               "Assertion failed: short length given to dot_string_width");
+  EXPECT_DEATH(dot_string_width("", -1),
+               "Assertion failed: short length given to dot_string_width");
   // No cut, no assertion.
   EXPECT_EQ("ab", dot_string_width("ab", 2));
 }

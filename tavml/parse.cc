@@ -58,13 +58,13 @@ class Parser {
 
   // After '<': the tag's name, its meaning, then the closing '>'.
   void tag() {
-    open_.emplace_back();
+    std::string name;
     if (next_is('/')) {
       ++pos_;
-      open_.back() = "/";
+      name += '/';
     }
-    open_.back() += letters();
-    const std::string name = open_.back();
+    name += letters();
+    open_.push_back(name);
     if (name == "b") {
       conversion_.begin_bold();
     } else if (name == "i") {
@@ -88,8 +88,8 @@ class Parser {
     ++pos_;
   }
 
-  // After "<link": the url attribute. The link is called before the closing
-  // quote is looked for, as a conversion may stream what it has.
+  // After "<link": the url attribute. Without a closing quote the rest of
+  // the text is the URL: the link is still called, then the fault raised.
   void link() {
     skip_space();
     const std::string attribute = letters();

@@ -9,8 +9,6 @@ void toHtml(std::string& output, std::string_view text, const std::string& targe
   TavmlHtmlConversion(output, target).parse(text);
 }
 
-void toText(std::string& output, std::string_view text) {
-  TavmlTextConversion(output).parse(text);
-}
+void toText(std::string& output, std::string_view text) { TavmlTextConversion(output).parse(text); }
 
 }  // namespace tavml

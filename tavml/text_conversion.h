@@ -28,7 +28,7 @@ class TavmlTextConversion : public TavmlConversion {
   void text(std::string_view run) override;
 
  private:
-  std::string* output_;     // Not owned.
+  std::string* output_;      // Not owned.
   int32_t upper_depth_ = 0;  // Number of open spans.
 };
 

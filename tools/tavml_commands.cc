@@ -20,7 +20,8 @@ int run_tavml(Args& args) {
   args.done();
   if (html == text) throw error::EParseError("give one of --html and --text");
   if (target && !html) throw error::EParseError("--target goes with --html only");
-  const std::string input((std::istreambuf_iterator<char>(std::cin)), std::istreambuf_iterator<char>());
+  const std::string input((std::istreambuf_iterator<char>(std::cin)),
+                          std::istreambuf_iterator<char>());
   std::string output;
   if (html) {
     tavml::toHtml(output, input, target.value_or(""));

@@ -1,0 +1,1 @@
+tavrel_bench(email_encode_bench SOURCES email_encode_bench.cc DEPS tavrel_email)

@@ -1,0 +1,1 @@
+tavrel_bench(world_load_bench SOURCES world_load_bench.cc DEPS tavrel_host_store)

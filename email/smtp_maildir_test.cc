@@ -1,0 +1,108 @@
+// One send to a real SMTP server (aiosmtpd, run by the system's Python)
+// that delivers into a Maildir; Python's email package parses the mail back
+// and must find every header, part and byte as they were given.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+#include <string>
+
+#include "email/encoding.h"
+#include "email/mime_multipart.h"
+#include "email/smtp_client.h"
+#include "email/test_process.h"
+#include "email/test_support.h"
+
+namespace email {
+namespace {
+
+using namespace std::chrono_literals;
+
+const std::string kTestData = EMAIL_TESTDATA;
+
+const std::string kText =
+    "Availability 99.5 %\n"
+    ".a line that starts with a dot\n"
+    ".\n"
+    "caf\xe9 = ok, trailing blank \n" +
+    std::string(200, 'x') + "\n";
+const std::string kHtml = "<p>Report</p>\n<img src=\"cid:logo\">\n";
+
+std::string pictureBytes() {
+  std::mt19937 gen(42);
+  std::string bytes(3001, '\0');
+  for (char& c : bytes) c = static_cast<char>(gen() & 0xff);
+  return bytes;
+}
+const std::string kPicture = pictureBytes();
+
+std::unique_ptr<Message> reportLikeMessage() {
+  auto related = std::make_unique<MimeMultipart>(MimeMultipart::kRelated);
+  auto alternative = std::make_unique<MimeMultipart>(MimeMultipart::kAlternative);
+  alternative->addPart(textLeaf(kText));
+  alternative->addPart(std::make_unique<HtmlWithPicture>(*related, kHtml, kPicture));
+  related->addPart(std::move(alternative));
+  auto m = std::make_unique<Message>();
+  m->setFrom(std::make_unique<Address>("Reports", "Sender@Example.org"));
+  m->addTo(std::make_unique<Address>("Alice@Example.org"));
+  m->addTo(std::make_unique<Address>("Bob", "bob@example.org"));
+  m->setSubject("Tavrel report - weekly");
+  m->setBody(std::move(related));
+  return m;
+}
+
+using MaildirTest = SmtpTest;
+
+TEST_F(MaildirTest, SendToRealServerAndParseBack) {
+  BackgroundPython server(kTestData + "/maildir_server.py");
+  const int port = server.port();
+  ASSERT_NE(0, port) << server.read("output");
+  SmtpClient client("127.0.0.1:" + std::to_string(port), "tavrel.test", log);
+  client.setTimeout(30s);
+  auto m = reportLikeMessage();
+  ASSERT_TRUE(client.send(*m)) << ::testing::PrintToString(lines);
+  EXPECT_EQ((LogLine{"Mail transaction completed successfully.", false}), lines.back());
+
+  const auto parts = server.folder() / "parts";
+  std::filesystem::create_directories(parts);
+  const std::string command = "/usr/bin/python3 '" + kTestData + "/read_maildir.py' '" +
+                              (server.folder() / "maildir").string() + "' '" + parts.string() +
+                              "' >'" + (server.folder() / "parsed").string() + "' 2>&1";
+  ASSERT_EQ(0, std::system(command.c_str())) << server.read("parsed");
+  const std::string preamble =
+      "'Your email program does not understand MIME format.\\n"
+      "You can edit your Tavrel alert path to use plain-text only,\\n"
+      "or your could upgrade your mail reader in order to read\\n"
+      "this mail.\\n'";
+  EXPECT_EQ(
+      "From: Reports <sender@example.org>\n"
+      "To: <alice@example.org>, Bob <bob@example.org>\n"
+      "Subject: Tavrel report - weekly\n"
+      "X-Mailer: Tavrel Monitoring Server v.3.8.0 build 5153 on Windows NT (AMD-64)\n"
+      "X-RcptTo: alice@example.org, bob@example.org\n"
+      "X-MailFrom: sender@example.org\n"
+      "defects 0\n"
+      "multipart/related Content-Transfer-Encoding=7bit\n"
+      "  preamble " +
+          preamble +
+          "\n"
+          "  multipart/alternative Content-Transfer-Encoding=7bit\n"
+          "    preamble " +
+          preamble +
+          "\n"
+          "    text/plain Content-Transfer-Encoding=quoted-printable charset=iso-8859-1\n"
+          "      'Availability 99.5 %\\n.a line that starts with a dot\\n.\\n"
+          "caf\\xe9 = ok, trailing blank \\n" +
+          std::string(200, 'x') +
+          "\\n'\n"
+          "    text/html Content-Transfer-Encoding=quoted-printable charset=iso-8859-1\n"
+          "      '<p>Report</p>\\n<img src=\"cid:logo\">\\n'\n"
+          "  image/png Content-ID=<logo> Content-Transfer-Encoding=base64 charset=iso-8859-1\n",
+      server.read("parsed"));
+  EXPECT_EQ(kPicture, server.read("parts/part2"));
+}
+
+}  // namespace
+}  // namespace email

@@ -1,0 +1,69 @@
+// Shared pieces of the mail tests: a body that attaches a picture while it
+// is written, a recorder of the SMTP client's log, a small message, and the
+// bytes that the DATA phase carries for it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "email/message.h"
+#include "email/mime_multipart.h"
+#include "email/smtp_reply.h"
+
+namespace email {
+
+// An HTML body that writes `html` and, while doing so, appends a base64
+// picture of `picture` with content id "logo" to `related`, as a report's
+// HTML body attaches the pictures it shows. Both texts must outlive it.
+class HtmlWithPicture : public UnstructuredMimeBody {
+ public:
+  HtmlWithPicture(MimeMultipart& related, const std::string& html, const std::string& picture,
+                  std::string pictureType = "image/png");
+
+ protected:
+  void writeContent(std::ostream& out) override;
+
+ private:
+  MimeMultipart& related_;
+  const std::string& html_;
+  const std::string& picture_;
+  const std::string pictureType_;
+};
+
+// A quoted-printable text/plain leaf over `text`, which must outlive it,
+// with the file name "a.txt" and no content id.
+std::unique_ptr<DataMimeBody> textLeaf(const std::string& text);
+
+struct LogLine {
+  std::string text;
+  bool isError;
+  bool operator==(const LogLine&) const = default;
+};
+std::ostream& operator<<(std::ostream& os, const LogLine& line);
+
+// A fixture whose `log` records into `lines`.
+class SmtpTest : public ::testing::Test {
+ protected:
+  SmtpLog log = [this](const std::string& text, bool isError) { lines.push_back({text, isError}); };
+  std::vector<LogLine> lines;
+};
+
+// From "Reports" <sender@example.org> (given in mixed case) to `to`,
+// subject "Test", one quoted-printable text body of `body`, which the caller
+// keeps alive; the default body has a line that starts with a dot.
+extern const std::string kDottedBody;
+std::unique_ptr<Message> makeMessage(const std::vector<std::string>& to,
+                                     const std::string& body = kDottedBody);
+
+// `text` dot-stuffed, written in one piece or a character at a time.
+std::string stuffed(const std::string& text, bool perCharacter = false);
+
+// What the DATA phase carries for `message`: the message dot-stuffed, then
+// the end mark.
+std::string dataOf(Message& message);
+
+}  // namespace email

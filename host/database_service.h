@@ -1,0 +1,40 @@
+// The stand-in database endpoint (queue 2): turns each request event into a
+// call of the in-memory Database and sends the reply event; keeps the
+// subscriptions and sends their new results when they are due.
+//
+// A request the database can't make sense of gets the exception reply
+// (event 195) with the text, never a crash; events that are no request of
+// the database are ignored.
+#pragma once
+
+#include <optional>
+
+#include "host/store_database.h"
+#include "host/store_subscriptions.h"
+#include "queues/childqueue.h"
+#include "queues/event.h"
+
+namespace host {
+
+class DatabaseService {
+ public:
+  // `db` must outlive the service. `eval_scale` scales the least time
+  // between two replies of a subscription.
+  DatabaseService(Database& db, double eval_scale) : db_(db), registry_(eval_scale) {}
+
+  // Handles one event that came to the database; replies through `queue`.
+  // `now` in seconds since 1970. Raises what sending raises.
+  void handle(const queues::event& request, queues::childqueue& queue, double now);
+  // Sends the subscription replies that are due at `now`.
+  void send_due(queues::childqueue& queue, double now);
+  // When the next subscription reply may be due, if one is waiting.
+  std::optional<double> next_due() const { return registry_.next_due(); }
+
+ private:
+  void dispatch(const queues::event& request, queues::childqueue& queue, double now);
+
+  Database& db_;
+  SubscriptionRegistry registry_;
+};
+
+}  // namespace host

@@ -1,0 +1,164 @@
+#include "host/host_runner.h"
+
+#include <chrono>
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+#include "base/error.h"
+#include "base/time_value.h"
+#include "host/child_process.h"
+#include "host/database_service.h"
+#include "host/parent_messenger.h"
+#include "host/parent_service.h"
+#include "host/scheduler_service.h"
+#include "host/temp_dir.h"
+#include "host/world_dump.h"
+#include "host/world_load.h"
+#include "io/selector.h"
+#include "io/timer.h"
+#include "queues/events.h"
+
+namespace host {
+namespace {
+
+double now_seconds() {
+  TimeValue t = TimeValue::now();
+  return t.seconds + t.microseconds / 1e6;
+}
+
+// The three endpoints and their services, and the reporter.
+class Host {
+ public:
+  Host(const HostOptions& options, const std::string& fifo_prefix, Database& db,
+       const control::Server_Configuration_Fields& config, std::ostream& log)
+      : options_(options),
+        parent_(ParentMessenger::create(fifo_prefix, options.pool_size, options.area_size)),
+        scheduler_(queues::schd, parent_->configuration()),
+        database_(queues::dbms, parent_->configuration()),
+        parent_queue_(*parent_),
+        scheduler_queue_(scheduler_),
+        database_queue_(database_),
+        parent_service_(config, log),
+        database_service_(db, options.eval_scale) {}
+
+  int run();
+
+ private:
+  enum Source { kTimer = -1, kParent = 0, kScheduler = 1, kDatabase = 2, kReporter = 12 };
+
+  void serve_round();
+  void take(Source from);
+  std::optional<double> next_deadline() const;
+  bool idle(double now) const;
+
+  const HostOptions& options_;
+  std::unique_ptr<ParentMessenger> parent_;
+  io::SiblingMessenger scheduler_;
+  io::SiblingMessenger database_;
+  queues::childqueue parent_queue_;
+  queues::childqueue scheduler_queue_;
+  queues::childqueue database_queue_;
+  ParentService parent_service_;
+  SchedulerService scheduler_service_;
+  DatabaseService database_service_;
+  std::unique_ptr<ChildProcess> reporter_;
+  double last_activity_ = now_seconds();
+  bool stopping_ = false;
+};
+
+int Host::run() {
+  // The in-process siblings are up once the parent gave them their areas.
+  while (!scheduler_.write_ready() || !database_.write_ready()) serve_round();
+  reporter_ = std::make_unique<ChildProcess>(std::vector<std::string>{options_.reporter},
+                                             parent_->child_environment(),
+                                             parent_->pool_descriptor());
+  while (!reporter_->exited()) serve_round();
+  parent_->child_died(kReporter);
+  return reporter_->exit_code();
+}
+
+std::optional<double> Host::next_deadline() const {
+  std::optional<double> when = scheduler_service_.next_time();
+  auto earliest = [&](std::optional<double> t) {
+    if (t && (!when || *t < *when)) when = t;
+  };
+  earliest(database_service_.next_due());
+  if (options_.until_idle && !stopping_) earliest(last_activity_ + *options_.until_idle);
+  return when;
+}
+
+bool Host::idle(double now) const {
+  if (!options_.until_idle || stopping_) return false;
+  double limit = *options_.until_idle;
+  if (now - last_activity_ < limit) return false;
+  std::optional<double> next = scheduler_service_.next_time();
+  return !next || *next > now + limit;
+}
+
+void Host::serve_round() {
+  io::Selector<int> selector;
+  selector.add(parent_queue_.in_front(), kParent);
+  selector.add(scheduler_queue_.in_front(), kScheduler);
+  selector.add(database_queue_.in_front(), kDatabase);
+  if (reporter_ && !reporter_->exited()) selector.add(*reporter_, kReporter);
+  std::unique_ptr<io::Timer> timer;
+  if (std::optional<double> deadline = next_deadline()) {
+    double wait = std::max(0.0, *deadline - now_seconds());
+    timer = std::make_unique<io::Timer>(io::Timer::due_in(
+        std::chrono::microseconds(static_cast<int64_t>(std::min(wait, 3600.0) * 1e6) + 1000)));
+    selector.add(*timer, kTimer);
+  }
+  Source who = static_cast<Source>(selector.poll().second);
+  if (who == kReporter) return;
+  if (who != kTimer) take(who);
+  double now = now_seconds();
+  scheduler_service_.send_due(scheduler_queue_, now);
+  database_service_.send_due(database_queue_, now);
+  if (idle(now) && reporter_ && parent_service_.initialized()) {
+    stopping_ = true;
+    parent_queue_.send(queues::Sys_Exit_Event(queues::rept, 0, {}));
+  }
+}
+
+void Host::take(Source from) {
+  queues::childqueue& queue = from == kParent      ? parent_queue_
+                              : from == kScheduler ? scheduler_queue_
+                                                   : database_queue_;
+  std::unique_ptr<queues::event> e = queue.next_event();
+  if (!e) return;  // A sibling's stream ended; the reporter's exit tells the rest.
+  last_activity_ = now_seconds();
+  if (from == kParent) parent_service_.handle(*e, queue);
+  if (from == kScheduler) scheduler_service_.handle(*e);
+  if (from == kDatabase) database_service_.handle(*e, queue, last_activity_);
+}
+
+}  // namespace
+
+int run_host(const HostOptions& options) {
+  Database db;
+  control::Server_Configuration_Fields config;
+  load_world_file(options.world, db, config);
+
+  std::ofstream log_file;
+  if (!options.log.empty()) {
+    log_file.open(options.log, std::ios::app);
+    if (!log_file) throw error::ESystemError("Cannot open log file " + options.log);
+  }
+  std::ostream& log = options.log.empty() ? std::cerr : log_file;
+
+  int code;
+  {
+    TempDir dir("tavrel-host");
+    Host host(options, dir.path() + "/tavrelsmem", db, config, log);
+    code = host.run();
+  }
+  if (!options.dump.empty()) {
+    std::ofstream out(options.dump);
+    out << dump_world(db, config).dump(1) << "\n";
+    if (!out) throw error::ESystemError("Cannot write dump " + options.dump);
+  }
+  return code;
+}
+
+}  // namespace host

@@ -1,0 +1,33 @@
+// tavrel-host run: the stand-in siblings around one real reporter process.
+//
+// Loads the world, makes the messenger's pool with the parent (0), the
+// scheduler (1) and the database (2) in this process, starts the reporter
+// as sibling 12 and serves it until it ends. With an idle limit, an orderly
+// stop (SYS_EXIT, then the messenger's shutdown) begins once that many
+// seconds passed with no event exchanged and no scheduled event due within
+// them. The whole database can then be written to a dump in the world
+// format.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace host {
+
+struct HostOptions {
+  std::string world;                  // World file to load.
+  std::string reporter;               // The reporter program.
+  std::optional<double> until_idle;   // Seconds without events before the stop.
+  std::string dump;                   // Where to write the database at the end; empty: nowhere.
+  std::string log;                    // The parent's log file; empty: standard error.
+  double eval_scale = 1.0;            // Scale of the subscriptions' least reply interval.
+  uint64_t pool_size = 64u << 20;     // Bytes of the shared pool.
+  uint64_t area_size = 4u << 20;      // Bytes of each sibling's write area.
+};
+
+// Runs the host; returns the reporter's exit code (0 when it exited 0).
+// Raises error::Exception when the world can't be loaded or the system
+// refuses the pool, the FIFOs or the process.
+int run_host(const HostOptions& options);
+
+}  // namespace host

@@ -1,0 +1,184 @@
+#include "host/parent_messenger.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <map>
+
+#include "host/child_process.h"
+#include "host/frames.h"
+#include "io/errors.h"
+#include "io/selector.h"
+#include "io/timer.h"
+
+namespace host {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kDbms = 2;
+constexpr int kChild = 12;
+constexpr int kLate = 5;
+
+// A host with the parent (0) and a database sibling (2) in this process, and
+// the test child (12) as a real process. Frames that arrive are kept per
+// receiver and sender.
+class MessengerTest : public testing::Test {
+ protected:
+  MessengerTest() {
+    char pattern[] = "/tmp/tavrel-messenger-XXXXXX";
+    dir_ = mkdtemp(pattern);
+    parent_ = ParentMessenger::create(dir_ + "/tavrelsmem", 64 * 1024, 4096);
+    dbms_ = std::make_unique<io::SiblingMessenger>(kDbms, parent_->configuration());
+    EXPECT_TRUE(serve_until([&] { return parent_->running(kDbms) && dbms_->write_ready(); }));
+  }
+
+  ~MessengerTest() override {
+    child_.reset();
+    dbms_.reset();
+    parent_.reset();
+    std::filesystem::remove_all(dir_);
+  }
+
+  void start_child() {
+    child_ = std::make_unique<ChildProcess>(std::vector<std::string>{MESSENGER_CHILD},
+                                            parent_->child_environment(),
+                                            parent_->pool_descriptor());
+    ASSERT_TRUE(serve_until([&] { return parent_->running(kChild); }));
+  }
+
+  // Serves signals and collects frames until `done` holds; false after 10 s.
+  bool serve_until(const std::function<bool()>& done) {
+    auto limit = std::chrono::steady_clock::now() + 10s;
+    while (!done()) {
+      if (std::chrono::steady_clock::now() > limit) return false;
+      serve_once();
+    }
+    return true;
+  }
+
+  void serve_once() {
+    io::Selector<int> selector;
+    io::Timer tick(io::Timer::due_in(std::chrono::milliseconds(5)));
+    selector.add(parent_->some_sibling(), 0);
+    selector.add(dbms_->some_sibling(), kDbms);
+    selector.add(tick, -1);
+    if (child_ && !child_->exited()) selector.add(*child_, kChild);
+    if (late_) selector.add(late_->some_sibling(), kLate);
+    auto [what, who] = selector.poll();
+    if (who == kLate) take_frame(*late_, kLate);
+    if (who == 0) take_frame(*parent_, 0);
+    if (who == kDbms) take_frame(*dbms_, kDbms);
+    if (who == kChild) parent_->child_died(kChild);
+  }
+
+  void take_frame(io::SiblingMessenger& m, int receiver) {
+    int from = m.next_ready_sibling();
+    try {
+      frames_[{receiver, from}].push_back(read_frame(m.sibling(from).input()));
+    } catch (const io::EEndOfStream&) {
+      m.take_end_of_stream(from);
+      ends_[{receiver, from}]++;
+    }
+  }
+
+  // Waits for the next frame that `receiver` gets from `sender`.
+  std::string next_frame(int receiver, int sender) {
+    auto& queue = frames_[{receiver, sender}];
+    if (!serve_until([&] { return !queue.empty(); })) return "<no frame>";
+    std::string text = queue.front();
+    queue.pop_front();
+    return text;
+  }
+
+  std::string dir_;
+  std::unique_ptr<ParentMessenger> parent_;
+  std::unique_ptr<io::SiblingMessenger> dbms_;
+  std::unique_ptr<ChildProcess> child_;
+  std::unique_ptr<io::SiblingMessenger> late_;  // Started on RequestPeer.
+  std::map<std::pair<int, int>, std::deque<std::string>> frames_;
+  std::map<std::pair<int, int>, int> ends_;
+};
+
+TEST_F(MessengerTest, EchoesThroughParentAndSibling) {
+  start_child();
+  write_frame(parent_->sibling(kChild).output(), "echo:hello parent");
+  EXPECT_EQ("hello parent", next_frame(0, kChild));
+  write_frame(dbms_->sibling(kChild).output(), "echo:hello dbms");
+  EXPECT_EQ("hello dbms", next_frame(kDbms, kChild));
+  // The child reaches the database on its own initiative too.
+  write_frame(parent_->sibling(kChild).output(), "to:2:from the child");
+  EXPECT_EQ("from the child", next_frame(kDbms, kChild));
+}
+
+TEST_F(MessengerTest, MessagesLargerThanTheWholeAreaGoThroughInOrder) {
+  start_child();
+  // 4096-byte areas: each message needs many blocks, and the writers wait
+  // for acknowledgements to free them.
+  std::string big(100000, 'x');
+  for (size_t i = 0; i < big.size(); ++i) big[i] = static_cast<char>('a' + i % 26);
+  // (One at a time: two writers that both wait for the other's
+  // acknowledgements before reading would wait for ever.)
+  for (int round = 0; round < 3; ++round) {
+    write_frame(dbms_->sibling(kChild).output(), "echo:" + std::to_string(round) + big);
+    EXPECT_EQ(std::to_string(round) + big, next_frame(kDbms, kChild));
+  }
+  EXPECT_TRUE(serve_until([&] { return dbms_->outstanding() == 0; }));
+}
+
+TEST_F(MessengerTest, MessageToASiblingNotYetUpIsDeliveredAfterItComes) {
+  parent_->set_peer_starter([&](int id) {
+    if (id != kLate) return false;
+    late_ = std::make_unique<io::SiblingMessenger>(kLate, parent_->configuration());
+    return true;
+  });
+  start_child();
+  write_frame(parent_->sibling(kChild).output(), "to:5:first");
+  write_frame(parent_->sibling(kChild).output(), "to:5:second");
+  EXPECT_EQ("first", next_frame(kLate, kChild));
+  EXPECT_EQ("second", next_frame(kLate, kChild));
+}
+
+TEST_F(MessengerTest, RequestForUnknownPeerIsAnsweredWithItsDeath) {
+  start_child();
+  write_frame(parent_->sibling(kChild).output(), "to:7:nobody");
+  write_frame(parent_->sibling(kChild).output(), "echo:still here");
+  EXPECT_EQ("still here", next_frame(0, kChild));
+}
+
+TEST_F(MessengerTest, KilledChildIsEndOfStreamForItsPeers) {
+  start_child();
+  write_frame(dbms_->sibling(kChild).output(), "echo:alive");
+  EXPECT_EQ("alive", next_frame(kDbms, kChild));
+  child_->send_signal(SIGKILL);
+  EXPECT_TRUE(serve_until([&] { return ends_[{kDbms, kChild}] == 1; }));
+  EXPECT_EQ(128 + SIGKILL, child_->exit_code());
+  EXPECT_FALSE(std::filesystem::exists(dir_ + "/tavrelsmem.12"));
+  // The database's blocks sent to the dead child were taken back.
+  EXPECT_EQ(0u, dbms_->outstanding());
+}
+
+TEST_F(MessengerTest, OrderlyShutdownEndsWithTheParentsEndOfStream) {
+  start_child();
+  write_frame(parent_->sibling(kChild).output(), "shutdown");
+  EXPECT_TRUE(serve_until([&] { return parent_->finished(kChild); }));
+  EXPECT_EQ(0, child_->wait());
+}
+
+TEST_F(MessengerTest, HostEndRemovesFifos) {
+  start_child();
+  child_->send_signal(SIGKILL);
+  EXPECT_TRUE(serve_until([&] { return child_->exited(); }));
+  dbms_.reset();
+  parent_.reset();
+  EXPECT_TRUE(std::filesystem::is_empty(dir_));
+}
+
+}  // namespace
+}  // namespace host

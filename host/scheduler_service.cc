@@ -1,0 +1,28 @@
+#include "host/scheduler_service.h"
+
+#include "base/log.h"
+#include "queues/events.h"
+
+namespace host {
+
+void SchedulerService::handle(const queues::event& e) {
+  const auto* request = dynamic_cast<const queues::Schedule_Event_Absolute_Event*>(&e);
+  if (!request || !request->data.ev) return;
+  double when = request->data.time.seconds + request->data.time.microseconds / 1e6;
+  waiting_.emplace(when, request->data.ev->clone());
+}
+
+void SchedulerService::send_due(queues::childqueue& queue, double now) {
+  while (!waiting_.empty() && waiting_.begin()->first <= now) {
+    std::unique_ptr<queues::event> e = std::move(waiting_.begin()->second);
+    waiting_.erase(waiting_.begin());
+    queue.send(*e);
+  }
+}
+
+std::optional<double> SchedulerService::next_time() const {
+  if (waiting_.empty()) return std::nullopt;
+  return waiting_.begin()->first;
+}
+
+}  // namespace host

@@ -1,0 +1,79 @@
+// tavrel-host: the stand-in parent, scheduler and database of the report
+// process, for trying the product on one machine and for end-to-end tests.
+//
+//   tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]
+//                   [--dump FILE] [--log FILE] [--eval-scale X]
+//   tavrel-host check --world FILE
+//
+// run: exit code 0 when the reporter exited 0, else the reporter's code (1
+// at least). check: prints "ok" or "error: " + the first error with its JSON
+// path, exit 1. A failure of the host itself: "error: " + text, exit 2.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "base/crash.h"
+#include "base/error.h"
+#include "host/host_runner.h"
+#include "host/store_database.h"
+#include "host/world_load.h"
+#include "tools/args.h"
+
+static CrashHandlerAtStart install_crash_handler_early;
+
+namespace {
+
+// The reporter beside this program, as the build and the install lay them.
+std::string default_reporter(const char* argv0) {
+  std::string self = argv0;
+  size_t slash = self.rfind('/');
+  std::string dir = slash == std::string::npos ? "." : self.substr(0, slash);
+  return dir + "/../reporter/tavrel-report";
+}
+
+int run(tools::Args& args, const char* argv0) {
+  host::HostOptions options;
+  options.world = args.required("--world");
+  options.reporter = args.option("--reporter").value_or(default_reporter(argv0));
+  if (auto idle = args.option("--until-idle")) options.until_idle = tools::Args::to_double(*idle);
+  options.dump = args.option("--dump").value_or("");
+  options.log = args.option("--log").value_or("");
+  if (auto scale = args.option("--eval-scale")) options.eval_scale = tools::Args::to_double(*scale);
+  args.done();
+  int code = host::run_host(options);
+  std::cerr << "tavrel-host: reporter exited with " << code << "\n";
+  return code;
+}
+
+int check(tools::Args& args) {
+  std::string world = args.required("--world");
+  args.done();
+  host::Database db;
+  control::Server_Configuration_Fields config;
+  try {
+    host::load_world_file(world, db, config);
+  } catch (const error::Exception& e) {
+    std::cerr << "error: " << e.text() << "\n";
+    return 1;
+  }
+  std::cout << "ok\n";
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string command = argc > 1 ? argv[1] : "";
+  tools::Args args(std::vector<std::string>(argv + std::min(argc, 2), argv + argc));
+  try {
+    if (command == "run") return run(args, argv[0]);
+    if (command == "check") return check(args);
+    std::cerr << "usage: tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]\n"
+                 "                       [--dump FILE] [--log FILE] [--eval-scale X]\n"
+                 "       tavrel-host check --world FILE\n";
+    return 2;
+  } catch (const error::Exception& e) {
+    std::cerr << "error: " << e.text() << "\n";
+    return 2;
+  }
+}

@@ -1,0 +1,4 @@
+# The event queue over the sibling messenger, its dialogs and the typed
+# database operations.
+set(CHILDQUEUE_SOURCES childqueue.cc qdialog.cc tql_operations.cc)
+

@@ -1,0 +1,197 @@
+#include "queues/event_io.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "base/error.h"
+#include "io/errors.h"
+
+#include "protocol/memory_stream.h"
+#include "protocol/testing.h"
+#include "queues/event_names.h"
+#include "queues/events.h"
+
+namespace queues {
+namespace {
+
+using protocol::MemoryPipe;
+using protocol::ioprim;
+
+// Writes the events over 8-byte areas and reads them back over 5-byte ones.
+std::vector<std::unique_ptr<event>> round_trip(const std::vector<const event*>& events) {
+  MemoryPipe pipe(8, 5);
+  ioprim prim(pipe.in(), pipe.out());
+  for (const event* e : events) prim << *e;
+  prim.flush();
+  std::vector<std::unique_ptr<event>> out;
+  for (size_t i = 0; i < events.size(); ++i) out.push_back(read_event(prim));
+  EXPECT_THROW(read_event(prim), io::EEndOfStream);
+  return out;
+}
+
+std::string hex_bytes(const std::string& bytes) {
+  std::string out;
+  char buf[4];
+  for (unsigned char c : bytes) {
+    snprintf(buf, sizeof buf, "%02x", c);
+    out += buf;
+  }
+  return out;
+}
+
+TEST(EventIoTest, HeaderIsSixteenBytesThenThePayload) {
+  MemoryPipe pipe(64);
+  ioprim io(pipe.in(), pipe.out());
+  io << Tql_Acknowledge_Event(dbms, 0, {0x1234});
+  io.flush();
+  EXPECT_EQ("6d000000" "02000000" "00000000" "00000000" "34120000", hex_bytes(pipe.all()));
+}
+
+TEST(EventIoTest, EveryEventWithAReaderRoundTrips) {
+  Tql_Select_Event select(dbms, 1, {});
+  select.data.root_ids = {tql::kRootId};
+  select.data.pattern = *tql::make_pattern(13, 4);
+  Return_Tsdb_Get_Data_Event data(dbms, 2, {});
+  data.data.data_type = 4;
+  data.data.data.push_back(tsdb::interval_ptr(std::make_unique<tsdb::data_interval_incident_t>(
+      tsdb::incident_fields{1, "line", 5})));
+  Schedule_Event_Absolute_Event schedule(schd, 0, {});
+  schedule.data.time = TimeValue(1700000000, 5);
+  schedule.data.ev = event_ptr(std::make_unique<Scheduled_Report_Generation_Event>(
+      rept, 0, reporter::Scheduled_Report_Generation_Data{tql::id_t{0, 7}, {3, 1}, 1700000000}));
+  Schedule_Event_Relative_Event relative(schd, 0, {});
+  relative.data.time = TimeValue(60);
+  relative.data.ev = event_ptr(std::make_unique<Sys_Exit_Event>(rept, 0, control::Sys_Exit_Data{}));
+  Server_Configuration_Event config(rept, 3, {});
+  config.data.mail_server = "mail.example.org";
+  Sys_Exit_Event sys_exit(rept, 0, {1, main, "bye"});
+  Init_Ok_Event init_ok(main, 0, {{schd, dbms, tsdb}});
+  Log_Request_Event log(main, 0, {"text", 0});
+  Request_Server_Configuration_Event request(main, 3, 0);
+  Tql_Create_Event create(dbms, 4, {});
+  create.data.properties.emplace_back(tql::make_boolean_property(329, true));
+  Return_Tql_Create_Event created(rept, 4, {});
+  Tql_Update_Event update(dbms, 5, {});
+  Return_Tql_Update_Event updated(rept, 5, {});
+  Tql_Delete_Event del(dbms, 6, {});
+  Return_Tql_Delete_Event deleted(rept, 6, {16, {{0, "x"}}});
+  Return_Tql_Select_Event selected(rept, 1, {});
+  Return_Tql_Select_Patch_Event patch(rept, 1, {});
+  Return_Tql_Select_Delete_Patch_Event delete_patch(rept, 1, {});
+  Tql_Acknowledge_Event ack(dbms, 0, {1});
+  Tql_Forget_Event forget(dbms, 7, {1});
+  Return_Tql_Forget_Event forgotten(rept, 7, {1, 0, {}});
+  Tsdb_Get_Data_Event get(dbms, 8, {tql::id_t{0, 9}, 2600, 2, true, 0, 100, 438, 0});
+  Tsdb_Put_Data_Event put(dbms, 9, {tql::id_t{0, 9}, 2600, 5, {}});
+  Return_Tsdb_Put_Data_Event put_done(rept, 9, {});
+  Return_Tsdb_Merge_Data_Event merged(rept, 10, {});
+  Tsdb_Append_Data_Record_Event append(dbms, 11, {});
+  append.data.data = data.data.data[0];
+  Return_Tsdb_Append_Data_Record_Event appended(rept, 11, {});
+  Return_Tsdb_Append_Data_Event appended_all(rept, 12, {});
+  Return_Tsdb_Truncate_Old_Data_Event truncated(rept, 13, {});
+  exevent failure(rept, 14, "Backend error");
+
+  std::vector<const event*> all = {
+      &select, &data, &schedule, &relative, &config, &sys_exit, &init_ok, &log, &request,
+      &create, &created, &update, &updated, &del, &deleted, &selected, &patch, &delete_patch,
+      &ack, &forget, &forgotten, &get, &put, &put_done, &merged, &append, &appended,
+      &appended_all, &truncated, &failure};
+  auto back = round_trip(all);
+  ASSERT_EQ(all.size(), back.size());
+  for (size_t i = 0; i < all.size(); ++i) {
+    EXPECT_TRUE(all[i]->equals(*back[i])) << event_name(all[i]->type_index);
+  }
+  int32_t readers = 0;
+  for (int32_t t = 0; t <= 200; ++t) readers += has_reader(t) ? 1 : 0;
+  EXPECT_EQ(31, readers);  // The 30 events above and their types, and 195.
+}
+
+TEST(EventIoTest, NestedEventKeepsItsOwnDestAndRequestNumber) {
+  Schedule_Event_Absolute_Event schedule(schd, 0, {});
+  schedule.data.ev = event_ptr(std::make_unique<Scheduled_Report_Generation_Event>(
+      rept, 0, reporter::Scheduled_Report_Generation_Data{}));
+  auto back = round_trip({&schedule});
+  const auto& nested = *static_cast<Schedule_Event_Absolute_Event&>(*back[0]).data.ev;
+  EXPECT_EQ(SCHEDULED_REPORT_GENERATION, nested.type_index);
+  EXPECT_EQ(rept, nested.dest);
+  EXPECT_EQ(0u, nested.inresponse);
+}
+
+TEST(EventIoTest, ExceptionWordMakesAnExeventUnderAnyType) {
+  // A RETURN_TQL_UPDATE header with the exception word set, then a string.
+  std::string bytes("\x56\0\0\0" "\x0c\0\0\0" "\x05\0\0\0" "\x01\0\0\0", 16);
+  bytes += std::string("\x04\0\0\0\0\0\0\0", 8) + "oops";
+  MemoryPipe pipe(64, 64, bytes);
+  ioprim io(pipe.in(), pipe.out());
+  std::unique_ptr<event> e = read_event(io);
+  ASSERT_NE(nullptr, dynamic_cast<exevent*>(e.get()));
+  EXPECT_EQ(MESSAGE_EXCEPTION, e->type_index);
+  EXPECT_EQ(rept, e->dest);
+  EXPECT_EQ(5u, e->inresponse);
+  EXPECT_EQ("oops", static_cast<exevent&>(*e).text);
+}
+
+std::string header(int32_t type, uint32_t exception_word) {
+  std::string out(16, '\0');
+  std::memcpy(out.data(), &type, 4);
+  std::memcpy(out.data() + 12, &exception_word, 4);
+  return out;
+}
+
+TEST(EventIoDeathTest, UnknownTypeIndexIsFatal) {
+  EXPECT_DEATH(
+      {
+        MemoryPipe bad(64, 64, header(196, 0));
+        ioprim bad_io(bad.in(), bad.out());
+        read_event(bad_io);
+      },
+      "Assertion failed: fdio >> event: unknown type index: 196 old was INVALID_HEAD dest none");
+  EXPECT_DEATH(
+      {
+        std::string bytes = header(2, 0);
+        bytes += std::string(16, '\0');  // reason, requested_by, empty error_msg
+        bytes += header(71, 0);
+        MemoryPipe bad(64, 64, bytes);
+        ioprim bad_io(bad.in(), bad.out());
+        read_event(bad_io);
+        read_event(bad_io);
+      },
+      "unknown type index: 71 old was SYS_EXIT dest main");
+  EXPECT_DEATH(
+      {
+        MemoryPipe bad(64, 64, header(195, 0));
+        ioprim bad_io(bad.in(), bad.out());
+        read_event(bad_io);
+      },
+      "Found exevent with .exception == 0");
+  EXPECT_DEATH(
+      {
+        MemoryPipe out(64);
+        ioprim out_io(out.in(), out.out());
+        Sys_Exit_Event broken;
+        broken.type_index = 0;
+        out_io << broken;
+      },
+      "fdio << event: unknown type index: 0");
+}
+
+TEST(EventIoTest, UnknownTypeIndexRaisesUnderTheToolPolicy) {
+  set_unknown_event_policy(UnknownEventPolicy::kRaise);
+  MemoryPipe bad(64, 64, header(15, 0));
+  ioprim prim(bad.in(), bad.out());
+  try {
+    read_event(prim);
+    ADD_FAILURE() << "no exception";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ("fdio >> event: unknown type index: 15 old was INVALID_HEAD dest none", e.text());
+  }
+  MemoryPipe bad2(64, 64, header(195, 0));
+  ioprim io2(bad2.in(), bad2.out());
+  EXPECT_THROW(read_event(io2), error::EParseError);
+  set_unknown_event_policy(UnknownEventPolicy::kFatal);
+}
+
+}  // namespace
+}  // namespace queues
