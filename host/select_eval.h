@@ -39,7 +39,7 @@ namespace host {
 // One result per root id that exists and is kept, in the order of
 // `root_ids`. Raises errors::tql_incomparable (code 11) when a condition
 // can't be compared with the stored property, and EBadRequest for a
-// condition without a property.
+// malformed pattern (check_pattern in select_match.h) before any matching.
 std::vector<tql::patch_t> select(const ObjectStore& store, const std::list<tql::id_t>& root_ids,
                                  const tql::pattern_t& pattern);
 

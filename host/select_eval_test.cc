@@ -20,11 +20,6 @@ class SelectRulesTest : public ::testing::Test {
     w.add("g1", kCheckGroup, "g2");
     w.add("g2", kCheck, "c3", props(bool_prop(pActive, false)));
   }
-  static std::vector<tql::property_ptr> props(tql::property_ptr p) {
-    std::vector<tql::property_ptr> v;
-    v.push_back(std::move(p));
-    return v;
-  }
   TestWorld w;
 };
 
@@ -67,6 +62,14 @@ TEST_F(SelectRulesTest, ConditionWithoutPropertyIsABadRequestEvenWhereNothingRea
   p.where.push_back(tql::condition_t{});
   EXPECT_THROW(select(w.store(), {w.id("c1")}, p), EBadRequest);
   EXPECT_THROW(select(w.store(), {w.id("n")}, step(kNode, 0, {step(kUser, 0, {p})})), EBadRequest);
+}
+
+TEST_F(SelectRulesTest, PatternDepthIsBounded) {
+  tql::pattern_t deep = step(kAny, 0);
+  for (int i = 1; i < 64; ++i) deep = step(kAny, 0, {deep});
+  EXPECT_EQ("n(g1(c1,c2,g2(c3)))", w.select({"n"}, deep));
+  deep = step(kAny, 0, {deep});
+  EXPECT_THROW(select(w.store(), {w.id("n")}, deep), EBadRequest);
 }
 
 TEST_F(SelectRulesTest, SeveralBranchesMergeTagsFlagsAndProperties) {

@@ -27,14 +27,17 @@ bool step_matches(const StoredObject& object, const tql::pattern_t& step) {
   return true;
 }
 
-void check_pattern(const tql::pattern_t& pattern) {
+void check_pattern(const tql::pattern_t& pattern, int depth) {
+  if (depth > kMaxPatternDepth) {
+    throw EBadRequest("The pattern is deeper than " + std::to_string(kMaxPatternDepth) + " steps");
+  }
   for (const tql::condition_t& c : pattern.where) {
     if (!c.prop) {
       throw EBadRequest("A where condition of the pattern step for class " +
                         std::to_string(pattern.class_) + " has no property");
     }
   }
-  for (const tql::pattern_t& next : pattern.next) check_pattern(next);
+  for (const tql::pattern_t& next : pattern.next) check_pattern(next, depth + 1);
 }
 
 }  // namespace host

@@ -16,7 +16,9 @@ namespace host {
 bool step_matches(const StoredObject& object, const tql::pattern_t& step);
 
 // Raises EBadRequest when a condition anywhere in the tree has no property,
-// so that a select either fails before it starts or not at all.
-void check_pattern(const tql::pattern_t& pattern);
+// or the tree is deeper than kMaxPatternDepth steps, so that a select either
+// fails before it starts or not at all.
+inline constexpr int kMaxPatternDepth = 64;
+void check_pattern(const tql::pattern_t& pattern, int depth = 1);
 
 }  // namespace host

@@ -25,13 +25,13 @@ class ReportWorldTest : public ::testing::Test {
     w.add("root", kDomain, "d1");
     w.add("d1", kReportText, "t1");
     w.add("d1", kDomain, "d2");
-    w.add("d2", kReport, "r1", vec(uint_prop(pMaxInstances, 2)));
-    w.add("r1", kReportInstance, "i1", vec(uint_prop(pDate, 100)));
+    w.add("d2", kReport, "r1", props(uint_prop(pMaxInstances, 2)));
+    w.add("r1", kReportInstance, "i1", props(uint_prop(pDate, 100)));
     w.add("i1", kReportSendTo, "s1");
-    w.add("i1", kResultFolder, "f1", vec(uint_prop(pOrder, 2)));
+    w.add("i1", kResultFolder, "f1", props(uint_prop(pOrder, 2)));
     w.add("f1", kResultRow, "row1");
-    w.add("i1", kReportText, "rt1", vec(uint_prop(pOrder, 1)));
-    w.add("r1", kReportInstance, "i2", vec(uint_prop(pDate, 50)));
+    w.add("i1", kReportText, "rt1", props(uint_prop(pOrder, 1)));
+    w.add("r1", kReportInstance, "i2", props(uint_prop(pDate, 50)));
     w.add("r1", kReportOrder, "o1");
     w.add("r1", kReportSelection, "sel1");
     w.add("sel1", kReportCheckSelection, "cs1");
@@ -47,11 +47,6 @@ class ReportWorldTest : public ::testing::Test {
     w.add("d3", kReportText, "t3");
     w.add("root", kDomain, "d4");
     w.add("d4", kReport, "r2");
-  }
-  static std::vector<tql::property_ptr> vec(tql::property_ptr p) {
-    std::vector<tql::property_ptr> v;
-    v.push_back(std::move(p));
-    return v;
   }
   pattern_t definition(const std::string& report) {
     pattern_t plan = step(kPlan, 2,
@@ -141,36 +136,31 @@ TEST_F(ReportWorldTest, SurplusInstancesAndMailingLookups) {
 class NodeWorldTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    w.add("root", kNodeClass, "cls1", vec(bool_prop(pAutoPromote, false)));
+    w.add("root", kNodeClass, "cls1", props(bool_prop(pAutoPromote, false)));
     w.add("root", kNodeClass, "cls2");
     w.add("root", kDomain, "top");
     w.add("top", kNode, "na");
     w.add("top", kDomain, "sub");
-    w.add("sub", kNode, "nb", vec(object_set_prop(pNodeClasses, {w.id("cls1")})));
+    w.add("sub", kNode, "nb", props(object_set_prop(pNodeClasses, {w.id("cls1")})));
     w.add("sub", kNode, "nx");
     w.add("nx", kCheckGroup, "g1");
-    w.add("g1", kCheck, "c1", vec(bool_prop(pActive, true)));
+    w.add("g1", kCheck, "c1", props(bool_prop(pActive, true)));
     w.add("c1", kCheckAccumulation, "acc1");
-    w.add("g1", kCheck, "c2", vec(bool_prop(pActive, false)));
+    w.add("g1", kCheck, "c2", props(bool_prop(pActive, false)));
     w.add("g1", kCheckGroup, "g2");
-    w.add("g2", kCheck, "c3", vec(bool_prop(pActive, true)));
+    w.add("g2", kCheck, "c3", props(bool_prop(pActive, true)));
     w.add("nx", kCheckGroup, "g3");
-    w.add("g3", kCheck, "c4", vec(bool_prop(pActive, true)));
+    w.add("g3", kCheck, "c4", props(bool_prop(pActive, true)));
     w.add("sub", kDomain, "subsub");
     w.add("subsub", kNode, "nc");
     w.add("top", kDomain, "other");
-    w.add("other", kNode, "nd", vec(object_set_prop(pNodeClasses, {w.id("cls2")})));
+    w.add("other", kNode, "nd", props(object_set_prop(pNodeClasses, {w.id("cls2")})));
     w.add("nd", kPlan, "p2");
     w.add("p2", kDayPlanner, "dp");
     w.add("dp", kEvent, "ev3");
     w.add("top", kUser, "u1");
     w.add("u1", kAlertPath, "ap1");
     w.add("u1", kAlertPath, "ap2");
-  }
-  static std::vector<tql::property_ptr> vec(tql::property_ptr p) {
-    std::vector<tql::property_ptr> v;
-    v.push_back(std::move(p));
-    return v;
   }
   tql::property_ptr ids(const std::vector<std::string>& labels) {
     std::vector<tql::id_t> v;

@@ -18,3 +18,6 @@ tavrel_test(host_world_test
   SOURCES world_test.cc
   DEPS tavrel_host_store)
 target_compile_definitions(host_world_test PRIVATE HOST_SOURCE_DIR="${CMAKE_CURRENT_SOURCE_DIR}")
+tavrel_fuzzer(world_fuzzer
+  SOURCES world_fuzzer.cc
+  DEPS tavrel_host_store)

@@ -87,6 +87,10 @@ ChangeResult ObjectStore::create(const tql::id_t& parent_id, int32_t class_,
   if (tql::class_names().count(class_) == 0) {
     return failure(kStatusClassNotAllowed, "Unknown class " + std::to_string(class_));
   }
+  if (parent->second.depth >= kMaxDepth) {
+    return failure(kStatusClassNotAllowed,
+                   "No object may lie deeper than " + std::to_string(kMaxDepth) + " levels");
+  }
   if (!wanted_id.empty() && objects_.count(wanted_id) != 0) {
     return failure(kStatusDuplicate, "Object " + wanted_id.text() + " exists already");
   }
@@ -94,6 +98,7 @@ ChangeResult ObjectStore::create(const tql::id_t& parent_id, int32_t class_,
   object.class_ = class_;
   object.parent = parent_id;
   object.has_parent = true;
+  object.depth = parent->second.depth + 1;
   object.properties = by_number(std::move(properties));
   ChangeResult clash = check_order_unique(parent->second, {}, class_, object.properties);
   if (clash.status != 0) return clash;

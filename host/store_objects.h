@@ -24,6 +24,7 @@ struct StoredObject {
   tql::version_t version;
   tql::id_t parent;        // Meaningless when has_parent is false.
   bool has_parent = false;  // False for the root domain and ClusterInfo.
+  int depth = 0;            // Levels below the root domain.
   std::map<int32_t, tql::property_ptr> properties;  // By property number; never null.
   std::vector<tql::id_t> children;                  // In creation order.
 };
@@ -36,6 +37,10 @@ struct ChangeResult {
   tql::id_t id;
   tql::version_t version;
 };
+
+// The deepest level below the root domain that an object may have, so that
+// the recursive walks (select, delete, dump) stay well within the stack.
+inline constexpr int kMaxDepth = 256;
 
 // Database statuses that the store gives besides 0 (see tql/errors.h).
 inline constexpr int32_t kStatusNotFound = 1;
@@ -56,8 +61,9 @@ class ObjectStore {
 
   // Creates an object of `class_` as the last child of `parent`. `wanted_id`
   // empty: the store picks "0.1.N", N counting up from 1 and never reused.
-  // Statuses: 1 parent missing, 5 class not in the catalogue, 4 `wanted_id`
-  // in use or a ReportInstance whose `order` equals a sibling's.
+  // Statuses: 1 parent missing, 5 class not in the catalogue or a parent at
+  // kMaxDepth, 4 `wanted_id` in use or a ReportInstance whose `order`
+  // equals a sibling's.
   // `properties` must hold no null pointers (the caller checks requests).
   ChangeResult create(const tql::id_t& parent, int32_t class_,
                       std::vector<tql::property_ptr> properties,

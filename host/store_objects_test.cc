@@ -49,6 +49,19 @@ TEST(ObjectStoreTest, CreateRejectsMissingParentUnknownClassAndTakenId) {
   EXPECT_EQ(0u, store.changes());
 }
 
+TEST(ObjectStoreTest, TreeDepthIsBounded) {
+  ObjectStore store;
+  tql::id_t parent = tql::kRootId;
+  for (int level = 1; level <= kMaxDepth; ++level) {
+    ChangeResult r = store.create(parent, kNodeClass, {});
+    ASSERT_EQ(0, r.status) << level;
+    parent = r.id;
+  }
+  ChangeResult deeper = store.create(parent, kNodeClass, {});
+  EXPECT_EQ(kStatusClassNotAllowed, deeper.status);
+  EXPECT_EQ("No object may lie deeper than 256 levels", deeper.detail);
+}
+
 TEST(ObjectStoreTest, ReportInstanceOrderMustBeUniqueAmongSiblings) {
   ObjectStore store;
   ChangeResult report = store.create(tql::kRootId, kReportClass, {});

@@ -6,14 +6,20 @@
 
 namespace host {
 
-int64_t record_time(const tsdb::data_interval_t& record) {
+std::pair<int64_t, int64_t> record_span(const tsdb::data_interval_t& record) {
   switch (record.type()) {
-    case 1:
-      return static_cast<const tsdb::data_interval_incident_t&>(record).itime;
-    case 2:
-      return static_cast<const tsdb::data_interval_continuous_t&>(record).start;
-    default:
-      return static_cast<const tsdb::data_interval_enum_t&>(record).start;
+    case 1: {
+      const int64_t t = static_cast<const tsdb::data_interval_incident_t&>(record).itime;
+      return {t, t};
+    }
+    case 2: {
+      const auto& c = static_cast<const tsdb::data_interval_continuous_t&>(record);
+      return {c.start, c.end};
+    }
+    default: {
+      const auto& e = static_cast<const tsdb::data_interval_enum_t&>(record);
+      return {e.start, e.end};
+    }
   }
 }
 

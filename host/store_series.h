@@ -20,8 +20,10 @@ struct Series {
   std::vector<tsdb::interval_ptr> records;  // In time order; never null.
 };
 
+// The time a record covers: [start, end], or [itime, itime] for an incident.
+std::pair<int64_t, int64_t> record_span(const tsdb::data_interval_t& record);
 // The time by which a record is ordered: `start`, or `itime`.
-int64_t record_time(const tsdb::data_interval_t& record);
+inline int64_t record_time(const tsdb::data_interval_t& record) { return record_span(record).first; }
 // The class number (1 incident, 2 continuous, 3 enum) that a data type's
 // records have; 0 for an unknown data type.
 int32_t record_class_of(int32_t data_type);

@@ -13,19 +13,9 @@ uint32_t saturated(uint64_t n) {
   return static_cast<uint32_t>(std::min<uint64_t>(n, std::numeric_limits<uint32_t>::max()));
 }
 
-int64_t record_end(const tsdb::data_interval_t& r) {
-  switch (r.type()) {
-    case 2:
-      return static_cast<const tsdb::data_interval_continuous_t&>(r).end;
-    case 3:
-      return static_cast<const tsdb::data_interval_enum_t&>(r).end;
-    default:
-      return record_time(r);
-  }
-}
-
 bool overlaps(const tsdb::data_interval_t& r, const SeriesQuery& q) {
-  return record_time(r) <= q.end && record_end(r) >= q.start;
+  const auto [start, end] = record_span(r);
+  return start <= q.end && end >= q.start;
 }
 
 tsdb::interval_ptr merge_continuous(const std::vector<const tsdb::data_interval_t*>& run) {

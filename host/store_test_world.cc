@@ -64,6 +64,12 @@ tql::pattern_t wanting(tql::pattern_t p, std::set<int32_t> wanted) {
   return p;
 }
 
+std::vector<tql::property_ptr> props(tql::property_ptr p) {
+  std::vector<tql::property_ptr> v;
+  v.push_back(std::move(p));
+  return v;
+}
+
 tql::property_ptr string_prop(int32_t number, const std::string& v) {
   return tql::make_property<7>(number, v);
 }

@@ -55,6 +55,9 @@ tql::pattern_t with_tag(tql::pattern_t p, int32_t tag);
 tql::pattern_t with_where(tql::pattern_t p, tql::property_ptr value, int32_t rel_op = 1);
 tql::pattern_t wanting(tql::pattern_t p, std::set<int32_t> wanted);
 
+// A property list of one.
+std::vector<tql::property_ptr> props(tql::property_ptr p);
+
 tql::property_ptr string_prop(int32_t number, const std::string& v);
 tql::property_ptr bool_prop(int32_t number, bool v);
 tql::property_ptr uint_prop(int32_t number, uint32_t v);

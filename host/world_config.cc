@@ -36,8 +36,9 @@ class FieldReader {
     f = value_.get<bool>();
   }
   void read(int32_t& f) {
-    if (!value_.is_number_integer() || value_.get<int64_t>() < INT32_MIN ||
-        value_.get<int64_t>() > INT32_MAX) {
+    if (!value_.is_number_integer() ||
+        (value_.is_number_unsigned() && value_.get<uint64_t>() > INT32_MAX) ||
+        value_.get<int64_t>() < INT32_MIN || value_.get<int64_t>() > INT32_MAX) {
       fail("a 32-bit integer");
     }
     f = static_cast<int32_t>(value_.get<int64_t>());

@@ -63,7 +63,7 @@ class WorldLoader {
     std::string path;
   };
 
-  void reserve_ids(const Json& object, const std::string& path);
+  void reserve_ids(const Json& object, const std::string& path, int depth);
   void load_root(const Json& object, const std::string& path);
   void load_object(const Json& object, const std::string& path, const tql::id_t& parent);
   void load_children(const Json& object, const std::string& path, const tql::id_t& parent);
@@ -88,7 +88,7 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
                 "a world: an object with config, objects, cluster and series");
   if (world.contains("config")) config_from_json(world["config"], "config", config);
   if (world.contains("objects")) {
-    reserve_ids(world["objects"], "objects");
+    reserve_ids(world["objects"], "objects", 0);
     load_root(world["objects"], "objects");
   }
   if (world.contains("cluster")) {
@@ -109,8 +109,11 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
   }
 }
 
-void WorldLoader::reserve_ids(const Json& object, const std::string& path) {
+void WorldLoader::reserve_ids(const Json& object, const std::string& path, int depth) {
   if (!object.is_object()) return;  // load_object says what is wrong.
+  if (depth > kMaxDepth) {
+    throw EWorldError(path, "objects nested deeper than " + std::to_string(kMaxDepth) + " levels");
+  }
   auto id = object.find("id");
   if (id != object.end() && id->is_string()) {
     tql::id_t parsed = parse_id(id->get<std::string>(), path + ".id");
@@ -121,7 +124,7 @@ void WorldLoader::reserve_ids(const Json& object, const std::string& path) {
   auto children = object.find("children");
   if (children == object.end() || !children->is_array()) return;
   for (size_t i = 0; i < children->size(); ++i) {
-    reserve_ids((*children)[i], path + ".children[" + std::to_string(i) + "]");
+    reserve_ids((*children)[i], path + ".children[" + std::to_string(i) + "]", depth + 1);
   }
 }
 
@@ -191,7 +194,8 @@ void WorldLoader::load_series(const Json& series, const std::string& path) {
   const tql::id_t owner = resolve(string_member(series, path, "owner"), path + ".owner");
   const int32_t index = property_number(string_member(series, path, "property"), path + ".property");
   const Json& type = required(series, path, "data_type");
-  const int32_t data_type = type.is_number_integer() ? type.get<int32_t>() : 0;
+  const bool small = type.is_number_integer() && type.get<int64_t>() >= 0 && type.get<int64_t>() < 100;
+  const int32_t data_type = small ? static_cast<int32_t>(type.get<int64_t>()) : 0;
   const int32_t record_class = record_class_of(data_type);
   if (record_class == 0) throw EWorldError(path + ".data_type", "expected a data type, 2 to 6");
   if (db_.series().find(owner, index) != nullptr) {

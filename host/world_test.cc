@@ -145,6 +145,10 @@ TEST(WorldLoadTest, BrokenWorldsNameThePathOfTheBadValue) {
        "objects.children[0].children[1].props: ReportInstance 0.1.2 has the same order 1"},
       {R"({"config": {"mail_sever": "x"}})", "config.mail_sever: unknown configuration field"},
       {R"({"config": {"log_mask": "1"}})", "config.log_mask: expected a 32-bit integer"},
+      {R"({"config": {"log_mask": 18446744073709551615}})",
+       "config.log_mask: expected a 32-bit integer"},
+      {R"({"series": [{"owner": "0.1", "property": "tsdbIndex", "data_type": 4294967301, "records": []}]})",
+       "series[0].data_type: expected a data type, 2 to 6"},
       {R"({"series": [{"owner": "0.1", "property": "tsdbIndex", "data_type": 7, "records": []}]})",
        "series[0].data_type: expected a data type, 2 to 6"},
       {R"({"series": [{"owner": "0.1", "property": "tsdbIndex", "data_type": 5, "records": [[1, 2, 3]]}]})",
@@ -161,6 +165,32 @@ TEST(WorldLoadTest, BrokenWorldsNameThePathOfTheBadValue) {
       {R"([1])", "expected a world: an object with config, objects, cluster and series"},
   };
   for (const auto& [world, message] : cases) EXPECT_EQ(message, load_error(world)) << world;
+}
+
+TEST(WorldLoadTest, ConfigFieldsOfEveryTypeRoundTrip) {
+  Loaded w;
+  load_world_text(R"({"config": {"passive": true, "log_mask": -4096, "mail_from": "a@b",
+                                  "modem_options": ["x", "y"], "snmp_timeout_initial": 1.25}})",
+                  w.db, w.config);
+  EXPECT_TRUE(w.config.passive);
+  EXPECT_EQ(-4096, w.config.log_mask);
+  EXPECT_EQ((std::set<std::string>{"x", "y"}), w.config.modem_options);
+  EXPECT_EQ(TimeValue(1, 250000), w.config.snmp_timeout_initial);
+  Loaded again;
+  load_world(Json{{"config", dump_world(w.db, w.config)["config"]}}, again.db, again.config);
+  EXPECT_EQ(w.config, again.config);
+  EXPECT_EQ("config.snmp_timeout_max: expected a number of seconds, 0 or more",
+            load_error(R"({"config": {"snmp_timeout_max": -1}})"));
+  EXPECT_EQ("config.modem_options: expected an array of strings",
+            load_error(R"({"config": {"modem_options": [1]}})"));
+}
+
+TEST(WorldLoadTest, DeeplyNestedObjectsAreRefusedBeforeLoading) {
+  std::string text = R"({"objects": {"class": "Domain")";
+  for (int i = 0; i < 5000; ++i) text += R"(, "children": [{"class": "Node")";
+  for (int i = 0; i < 5000; ++i) text += "}]";
+  const std::string error = load_error(text + "}}");
+  EXPECT_NE(std::string::npos, error.find(": objects nested deeper than 256 levels")) << error;
 }
 
 TEST(WorldLoadTest, SyntaxErrorsAndMissingFilesAreWorldErrors) {
