@@ -99,6 +99,7 @@ void ParentMessenger::on_i_am_up(int id) {
     return;
   }
   openFifo(id, /*reconnect=*/true);
+  starting_.erase(id);
   finished_.erase(id);
   introduce(id, id);
   introduce(id, 0);
@@ -113,8 +114,12 @@ void ParentMessenger::on_i_am_up(int id) {
 void ParentMessenger::on_request_peer(int from, int id) {
   // A running peer's area is already on its way to `from`: its SiblingAt
   // delivers the waiting messages. Anyone else can't be started here.
-  if (running_.count(id)) return;
-  if (starter_ && starter_(id)) return;
+  // A peer asked for again while it is being started is on its way too.
+  if (running_.count(id) || starting_.count(id)) return;
+  if (starter_ && starter_(id)) {
+    starting_.insert(id);
+    return;
+  }
   send_signal(from, own_signal(SignalKind::SiblingDied, id));
 }
 

@@ -70,6 +70,7 @@ class ParentMessenger : public io::SiblingMessenger {
   std::set<int> running_;
   std::set<int> finished_;
   std::set<int> known_;                     // Every id whose FIFO may exist.
+  std::set<int> starting_;                  // Started on RequestPeer, not yet up.
   std::map<int, std::set<int>> shutting_;  // Sibling -> peers yet to acknowledge.
   std::function<bool(int)> starter_;
 };

@@ -75,7 +75,7 @@ class OwnFifo {
 };
 
 // Opens a peer's FIFO for writing without blocking; returns the descriptor,
-// or -1 when the FIFO isn't there or has no reader yet.
+// or minus the system's code when the FIFO isn't there or has no reader yet.
 int open_fifo_for_writing(const std::string& path);
 
 // Removes a file, ignoring errors (cleanup of FIFOs left by dead peers).

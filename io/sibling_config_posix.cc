@@ -95,7 +95,8 @@ int OwnFifo::take_reader() {
 }
 
 int open_fifo_for_writing(const std::string& path) {
-  return open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+  int fd = open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+  return fd >= 0 ? fd : -errno;
 }
 
 void remove_path(const std::string& path) { unlink(path.c_str()); }

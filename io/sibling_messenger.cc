@@ -9,6 +9,7 @@
 #include "base/log.h"
 #include "io/errors.h"
 #include "io/selector.h"
+#include "io/system_error.h"
 
 namespace io {
 
@@ -279,7 +280,7 @@ void SiblingMessenger::openFifo(int id, bool reconnect) {
                                      std::to_string(id));
   int fd = open_fifo_for_writing(fifo_path(conf_.fifoprefix, id));
   if (fd < 0) {
-    throw error::ESystemError("Cannot open sibling id " + std::to_string(id) + " FIFO for writing");
+    raise_system_error("Cannot open sibling id " + std::to_string(id) + " FIFO for writing", -fd);
   }
   if (peer.watched_) watch(peer, false);
   if (blocked_sibling_ == id) blocked_sibling_ = kNoSibling;
