@@ -398,7 +398,7 @@ void SiblingMessenger::announce(SiblingImplementation& peer, uint64_t offset) {
 
 void SiblingMessenger::initiateShutdown() {
   TAVREL_ASSERT(!shutdown_.has_value(), "Shutdown already in progress...");
-  shutdown_.emplace();
+  shutdown_ = ShutdownState{};
   send_signal(0, own_signal(SignalKind::InitShutdown, my_sibling_id_));
 }
 
