@@ -22,8 +22,9 @@ void ParentService::handle(const queues::event& e, queues::childqueue& queue) {
       std::string level = request.log_type == 0      ? "log"
                           : request.log_type == 4096 ? "trace"
                                                      : "level " + std::to_string(request.log_type);
-      log_ << date2str(TimeValue::now().seconds, timeZoneValue(0)) << " "
-           << clock2str(TimeValue::now().seconds % 86400) << " " << level << ": " << request.msg
+      int32_t now = TimeValue::now().seconds;  // One reading for date and clock.
+      log_ << date2str(now, timeZoneValue(0)) << " " << clock2str(now % 86400) << " " << level
+           << ": " << request.msg
            << "\n";
       log_.flush();
       break;
