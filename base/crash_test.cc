@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <unistd.h>
+
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -23,8 +26,26 @@ struct Outcome {
   std::string err;
 };
 
-Outcome run_probe(const char* how) {
-  std::string cmd = std::string(CRASH_PROBE) + " " + how + " 2>&1";
+// ctest runs these cases in parallel and the dump lands beside the program, so
+// each case runs its own copy of the probe in a directory of its own.
+class ProbeCopy {
+ public:
+  ProbeCopy() {
+    char pattern[] = "/tmp/crash_probe.XXXXXX";
+    dir_ = mkdtemp(pattern);
+    program_ = dir_ + "/crash_probe";
+    std::filesystem::copy_file(CRASH_PROBE, program_);
+  }
+  ~ProbeCopy() { std::filesystem::remove_all(dir_); }
+  const std::string& program() const { return program_; }
+
+ private:
+  std::string dir_;
+  std::string program_;
+};
+
+Outcome run_probe(const std::string& program, const char* how) {
+  std::string cmd = program + " " + how + " 2>&1";
   FILE* p = popen(cmd.c_str(), "r");
   std::string out;
   std::array<char, 512> buf;
@@ -43,9 +64,9 @@ std::string slurp(const std::string& path) {
 class CrashProbe : public testing::TestWithParam<const char*> {};
 
 TEST_P(CrashProbe, LeavesDumpAndTellsWhere) {
-  std::string dump = dump_path_for(CRASH_PROBE);
-  std::remove(dump.c_str());
-  Outcome o = run_probe(GetParam());
+  ProbeCopy probe;
+  std::string dump = dump_path_for(probe.program());
+  Outcome o = run_probe(probe.program(), GetParam());
   EXPECT_TRUE(WIFEXITED(o.status) == false || WEXITSTATUS(o.status) != 0);
   std::string expected = "An application error has been detected. Please report this error and "
                          "submit the dump file in '" + dump + "' along with your error report";
@@ -54,15 +75,14 @@ TEST_P(CrashProbe, LeavesDumpAndTellsWhere) {
   EXPECT_EQ(0u, body.find("signal 11 (SEGV)")) << body.substr(0, 200);
   EXPECT_NE(std::string::npos, body.find("backtrace:"));
   EXPECT_NE(std::string::npos, body.find("[stack]"));  // from /proc/self/maps
-  std::remove(dump.c_str());
 }
 
 INSTANTIATE_TEST_SUITE_P(SegvAndTerminate, CrashProbe, testing::Values("segv", "terminate"));
 
 TEST(CrashProbeAbort, FatalAssertionLeavesNoDump) {
-  std::string dump = dump_path_for(CRASH_PROBE);
-  std::remove(dump.c_str());
-  Outcome o = run_probe("abort");
+  ProbeCopy probe;
+  std::string dump = dump_path_for(probe.program());
+  Outcome o = run_probe(probe.program(), "abort");
   EXPECT_EQ(0u, o.err.find("Assertion failed: probe\n")) << o.err;  // the shell adds "Aborted"
   EXPECT_FALSE(std::ifstream(dump).good());
 }
