@@ -1,0 +1,14 @@
+// One generation: a `Report` definition, an order time and the version the
+// caller saw, turned into one finished `ReportInstance` in the database.
+#pragma once
+
+#include "base/time_value.h"
+#include "tql/id.h"
+
+// Generates the report `report_id` for the period that `order_time` falls
+// in. Returns the id of the finished instance, or an empty id whenever no
+// report was produced (the report is gone, its version is no longer
+// `report_version`, or the generation failed; the report's incident series
+// tells which). Only the failure handler's own database errors leave it.
+tql::id_t generate_report(tql::id_t report_id, tql::version_t report_version,
+                          TimeValue order_time);
