@@ -70,8 +70,9 @@ class Host {
 int Host::run() {
   // The in-process siblings are up once the parent gave them their areas.
   while (!scheduler_.write_ready() || !database_.write_ready()) serve_round();
-  reporter_ = std::make_unique<ChildProcess>(std::vector<std::string>{options_.reporter},
-                                             parent_->child_environment(),
+  std::vector<std::string> argv{options_.reporter};
+  argv.insert(argv.end(), options_.reporter_args.begin(), options_.reporter_args.end());
+  reporter_ = std::make_unique<ChildProcess>(argv, parent_->child_environment(),
                                              parent_->pool_descriptor());
   while (!reporter_->exited()) serve_round();
   parent_->child_died(kReporter);
