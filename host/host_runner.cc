@@ -85,6 +85,9 @@ std::optional<double> Host::next_deadline() const {
     if (t && (!when || *t < *when)) when = t;
   };
   earliest(database_service_.next_due());
+  // The siblings' start-up is signals only: a poll that absorbs them has no
+  // event to return, so before the reporter runs the loop looks again soon.
+  if (!reporter_) earliest(now_seconds() + 0.01);
   if (options_.until_idle && !stopping_) earliest(last_activity_ + *options_.until_idle);
   return when;
 }

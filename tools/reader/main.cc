@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "base/error.h"
+#include "base/log.h"
 #include "base/meter.h"
 #include "base/zone.h"
 #include "host/world_names.h"
