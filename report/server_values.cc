@@ -33,6 +33,7 @@ bool flag_of(const tql::patch_t& object, int32_t number) {
   if (const auto* b = as<tql::property_boolean_t>(p)) return b->value;
   if (const auto* u = as<tql::property_uint_t>(p)) return u->value != 0;
   if (const auto* i = as<tql::property_int_t>(p)) return i->value != 0;
+  if (const auto* r = as<tql::property_real_t>(p)) return r->value != 0;
   return false;
 }
 

@@ -42,8 +42,9 @@ inline constexpr uint32_t kFolderTypeEnum = 0x10015;
 // Raises errors::tql code 9 for a property of another kind.
 std::string text_of(const tql::patch_t& object, int32_t number);
 
-// A flag: a boolean, or a number that isn't 0. Missing, null and other
-// kinds read as false.
+// A flag: a boolean, or a number (uint, int, real) that isn't 0, as the
+// grapher reads the chart's options. Missing, null and other kinds read as
+// false.
 bool flag_of(const tql::patch_t& object, int32_t number);
 
 // Seconds of a time property: a date, uint or int. A null one reads as 0.

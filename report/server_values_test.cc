@@ -74,6 +74,8 @@ TEST(StoredValuesTest, FlagsAreBooleansOrNonZeroNumbers) {
   EXPECT_FALSE(flag_of(with<21>(g, 3002, true, true), 3002));
   EXPECT_TRUE(flag_of(with<20>(g, 3002, 2), 3002));
   EXPECT_FALSE(flag_of(with<20>(g, 3002, 0), 3002));
+  EXPECT_TRUE(flag_of(with<13>(g, 3002, 0.5), 3002));
+  EXPECT_TRUE(flag_of(with<19>(g, 3002, -1), 3002));
   EXPECT_FALSE(flag_of(with<7>(g, 3002, "yes"), 3002));
 }
 

@@ -70,7 +70,8 @@ void read(const std::vector<std::string>& args) {
     report::render_report_text(instance, std::cout, zone);
     return;
   }
-  if (mode != "html" || args.size() < 4) throw error::EParseError("unknown mode " + mode);
+  if (mode != "html") throw error::EParseError("unknown mode " + mode);
+  if (args.size() < 4) throw error::EParseError("no image directory given");
   resource::resources().set_directory(args.size() > 4
                                           ? args[4]
                                           : queues::server_configuration().resource_directory);
