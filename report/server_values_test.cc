@@ -134,10 +134,7 @@ TEST(IncidentCursorTest, EmptyLogEndsAtOnce) {
 }
 
 TEST(IncidentCursorTest, StepsThroughEveryEntryAndStaysAtTheEnd) {
-  std::vector<tsdb::interval_ptr> entries;
-  entries.push_back(incident(1, "up", 100));
-  entries.push_back(incident(4, "down", 200));
-  IncidentCursor cursor(std::move(entries));
+  IncidentCursor cursor({incident(1, "up", 100), incident(4, "down", 200)});
   EXPECT_EQ(nullptr, cursor.current());
   ASSERT_TRUE(cursor.next());
   EXPECT_EQ("up", cursor.current()->msg);
@@ -150,11 +147,10 @@ TEST(IncidentCursorTest, StepsThroughEveryEntryAndStaysAtTheEnd) {
 }
 
 TEST(IncidentCursorTest, ARecordThatIsNoIncidentEndsTheLog) {
-  std::vector<tsdb::interval_ptr> entries;
-  entries.push_back(incident(2, "slow", 100));
-  entries.push_back(tsdb::interval_ptr(std::make_unique<tsdb::data_interval_continuous_t>()));
-  entries.push_back(incident(1, "never shown", 300));
-  IncidentCursor cursor(std::move(entries));
+  IncidentCursor cursor(
+      {incident(2, "slow", 100),
+       tsdb::interval_ptr(std::make_unique<tsdb::data_interval_continuous_t>()),
+       incident(1, "never shown", 300)});
   EXPECT_TRUE(cursor.next());
   EXPECT_FALSE(cursor.next());
   EXPECT_FALSE(cursor.next());
