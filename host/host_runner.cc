@@ -70,8 +70,9 @@ class Host {
 int Host::run() {
   // The in-process siblings are up once the parent gave them their areas.
   while (!scheduler_.write_ready() || !database_.write_ready()) serve_round();
-  reporter_ = std::make_unique<ChildProcess>(std::vector<std::string>{options_.reporter},
-                                             parent_->child_environment(),
+  std::vector<std::string> argv{options_.reporter};
+  argv.insert(argv.end(), options_.reporter_args.begin(), options_.reporter_args.end());
+  reporter_ = std::make_unique<ChildProcess>(argv, parent_->child_environment(),
                                              parent_->pool_descriptor());
   while (!reporter_->exited()) serve_round();
   parent_->child_died(kReporter);
@@ -84,6 +85,9 @@ std::optional<double> Host::next_deadline() const {
     if (t && (!when || *t < *when)) when = t;
   };
   earliest(database_service_.next_due());
+  // The siblings' start-up is signals only: a poll that absorbs them has no
+  // event to return, so before the reporter runs the loop looks again soon.
+  if (!reporter_) earliest(now_seconds() + 0.01);
   if (options_.until_idle && !stopping_) earliest(last_activity_ + *options_.until_idle);
   return when;
 }

@@ -11,12 +11,14 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace host {
 
 struct HostOptions {
   std::string world;                  // World file to load.
   std::string reporter;               // The reporter program.
+  std::vector<std::string> reporter_args;  // Its arguments; the report process takes none.
   std::optional<double> until_idle;   // Seconds without events before the stop.
   std::string dump;                   // Where to write the database at the end; empty: nowhere.
   std::string log;                    // The parent's log file; empty: standard error.

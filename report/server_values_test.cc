@@ -1,0 +1,191 @@
+// The stored side of the read model without a database: reading values of
+// result objects, the two sort orders over them, and the log's cursor.
+#include "report/server_values.h"
+
+#include <gtest/gtest.h>
+
+#include "report/server_items.h"
+#include "tql/errors.h"
+
+namespace report::stored {
+namespace {
+
+tql::patch_t object(int32_t class_, uint32_t id) {
+  tql::patch_t p;
+  p.class_ = class_;
+  p.id = tql::id_t{0, 1, id};
+  return p;
+}
+
+template <int32_t K>
+tql::patch_t with(tql::patch_t p, int32_t number, typename tql::kind_traits<K>::value_type v,
+                  bool null = false) {
+  std::unique_ptr<tql::property_t> prop = tql::make_property<K>(number, std::move(v));
+  prop->is_null = null;
+  p.set_property(std::move(prop));
+  return p;
+}
+
+tql::patch_t folder(uint32_t id, uint32_t type, const std::string& name) {
+  return with<7>(with<25>(object(kResultFolder, id), kFolderType, {kFolderTypeEnum, type}),
+                 kName, name);
+}
+
+tql::patch_t ordered(uint32_t id, std::optional<uint32_t> order) {
+  tql::patch_t p = object(kResultRow, id);
+  return order ? with<20>(std::move(p), kOrder, *order) : p;
+}
+
+std::string ids(const std::vector<tql::patch_t>& objects) {
+  std::string out;
+  for (const tql::patch_t& p : objects) out += (out.empty() ? "" : " ") + std::to_string(p.id[2]);
+  return out;
+}
+
+int32_t tql_code(const std::function<void()>& f) {
+  try {
+    f();
+  } catch (const errors::tql& e) {
+    return e.code();
+  }
+  return 0;
+}
+
+TEST(StoredValuesTest, TextsAreEmptyWhenMissingOrNullAndRefuseOtherKinds) {
+  tql::patch_t row = with<7>(object(kResultRow, 1), kName, "Availability");
+  EXPECT_EQ("Availability", text_of(row, kName));
+  EXPECT_EQ("", text_of(row, kComment));
+  EXPECT_EQ("", text_of(with<7>(row, kComment, "x", true), kComment));
+  EXPECT_EQ(9, tql_code([&] { text_of(with<20>(row, kText, 5), kText); }));
+}
+
+TEST(StoredValuesTest, OriginIsTheReferencedIdOrEmpty) {
+  tql::patch_t row = object(kResultRow, 1);
+  EXPECT_EQ("", origin_of(row));
+  EXPECT_EQ("", origin_of(with<10>(row, kOriginNode, {tql::id_t{0, 1, 7}, {}}, true)));
+  EXPECT_EQ("0.1.7", origin_of(with<10>(row, kOriginNode, {tql::id_t{0, 1, 7}, {}})));
+  EXPECT_EQ(9, tql_code([&] { origin_of(with<7>(row, kOriginNode, "0.1.7")); }));
+}
+
+TEST(StoredValuesTest, FlagsAreBooleansOrNonZeroNumbers) {
+  tql::patch_t g = object(kResultGraph, 1);
+  EXPECT_FALSE(flag_of(g, 3002));
+  EXPECT_TRUE(flag_of(with<21>(g, 3002, true), 3002));
+  EXPECT_FALSE(flag_of(with<21>(g, 3002, true, true), 3002));
+  EXPECT_TRUE(flag_of(with<20>(g, 3002, 2), 3002));
+  EXPECT_FALSE(flag_of(with<20>(g, 3002, 0), 3002));
+  EXPECT_TRUE(flag_of(with<13>(g, 3002, 0.5), 3002));
+  EXPECT_TRUE(flag_of(with<19>(g, 3002, -1), 3002));
+  EXPECT_FALSE(flag_of(with<7>(g, 3002, "yes"), 3002));
+}
+
+TEST(StoredValuesTest, TimesAreDatesOrNumbersAndNullReadsAsZero) {
+  tql::patch_t i = object(kReportInstance, 1);
+  EXPECT_EQ(1700000000, seconds_of(with<17>(i, kStartTime, 1700000000), kStartTime));
+  EXPECT_EQ(86400, seconds_of(with<20>(i, kDuration, 86400), kDuration));
+  EXPECT_EQ(0, seconds_of(with<17>(i, kGenerated, 5, true), kGenerated));
+  EXPECT_EQ(errors::tql::kRequiredMissing, tql_code([&] { seconds_of(i, kStartTime); }));
+  EXPECT_EQ(9, tql_code([&] { seconds_of(with<7>(i, kStartTime, "now"), kStartTime); }));
+}
+
+TEST(StoredValuesTest, FolderTypeIsAnEnumOfItsOwnType) {
+  EXPECT_EQ(2u, folder_type_of(folder(1, 2, "d")));
+  // Only the low 17 bits of the enumeration number count.
+  EXPECT_EQ(4u, folder_type_of(with<25>(object(kResultFolder, 1), kFolderType,
+                                        {kFolderTypeEnum | 0x20000, 4})));
+  EXPECT_EQ(std::nullopt, folder_type_of(object(kResultFolder, 1)));
+  EXPECT_EQ(std::nullopt,
+            folder_type_of(with<25>(object(kResultFolder, 1), kFolderType, {0x10016, 1})));
+  EXPECT_EQ(std::nullopt, folder_type_of(with<20>(object(kResultFolder, 1), kFolderType, 1)));
+  EXPECT_EQ(std::nullopt, folder_type_of(with<25>(object(kResultFolder, 1), kFolderType,
+                                                  {kFolderTypeEnum, 1}, true)));
+}
+
+TEST(StoredSortTest, DisplayOrderPutsItemsWithoutCounterFirstAndKeepsTies) {
+  std::vector<tql::patch_t> items{ordered(1, 30), ordered(2, 10), ordered(3, std::nullopt),
+                                  ordered(4, 20), ordered(5, std::nullopt), ordered(6, 10)};
+  // A counter of another kind counts as none.
+  items.push_back(with<19>(object(kResultRow, 7), kOrder, 5));
+  sort_by_order(items);
+  EXPECT_EQ("3 5 7 2 6 4 1", ids(items));
+}
+
+TEST(StoredSortTest, FoldersByTypeThenNaturalNameThenExactName) {
+  std::vector<tql::patch_t> folders{folder(1, 2, "node10"), folder(2, 1, "zeta"),
+                                    folder(3, 2, "Node2"),  folder(4, 2, "node2"),
+                                    folder(5, 3, "8"),      folder(6, 3, "007"),
+                                    folder(7, 0, "Explanation")};
+  sort_folders(folders);
+  // Type 0, then 1; among the domains "Node2" and "node2" differ only in
+  // case and sort by the bytes; "node10" comes after both; "8" before "007".
+  EXPECT_EQ("7 2 3 4 1 5 6", ids(folders));
+}
+
+tsdb::interval_ptr incident(uint32_t sev, const std::string& msg, int64_t time) {
+  return tsdb::interval_ptr(std::make_unique<tsdb::data_interval_incident_t>(
+      tsdb::incident_fields{sev, msg, time}));
+}
+
+TEST(IncidentCursorTest, EmptyLogEndsAtOnce) {
+  IncidentCursor cursor({});
+  EXPECT_FALSE(cursor.next());
+  EXPECT_EQ(nullptr, cursor.current());
+  EXPECT_FALSE(cursor.next());
+}
+
+TEST(IncidentCursorTest, StepsThroughEveryEntryAndStaysAtTheEnd) {
+  IncidentCursor cursor({incident(1, "up", 100), incident(4, "down", 200)});
+  EXPECT_EQ(nullptr, cursor.current());
+  ASSERT_TRUE(cursor.next());
+  EXPECT_EQ("up", cursor.current()->msg);
+  ASSERT_TRUE(cursor.next());
+  EXPECT_EQ(4u, cursor.current()->sev);
+  EXPECT_EQ(200, cursor.current()->itime);
+  EXPECT_FALSE(cursor.next());
+  EXPECT_EQ(nullptr, cursor.current());
+  EXPECT_FALSE(cursor.next());
+}
+
+TEST(IncidentCursorTest, ARecordThatIsNoIncidentEndsTheLog) {
+  IncidentCursor cursor(
+      {incident(2, "slow", 100),
+       tsdb::interval_ptr(std::make_unique<tsdb::data_interval_continuous_t>()),
+       incident(1, "never shown", 300)});
+  EXPECT_TRUE(cursor.next());
+  EXPECT_FALSE(cursor.next());
+  EXPECT_FALSE(cursor.next());
+}
+
+TEST(ServerItemsTest, ItemsAreMadeByClassAndUnknownClassesRefused) {
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportRow*>(make_item(object(kResultRow, 1)).get()));
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportGraph*>(make_item(object(kResultGraph, 1)).get()));
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportLog*>(make_item(object(kResultLog, 1)).get()));
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportFolder*>(make_item(object(kResultFolder, 1)).get()));
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportText*>(make_item(object(kReportText, 1)).get()));
+  EXPECT_THROW(make_item(object(3, 1)), error::EParseError);
+}
+
+TEST(ServerItemsTest, AGraphCloneIsIndependentOfItsOriginal) {
+  auto original = std::make_unique<ServerReportGraph>(
+      with<21>(with<7>(object(kResultGraph, 9), kName, "CPU"), 3006, true));
+  std::unique_ptr<ReportGraph> copy = original->clone();
+  original.reset();
+  std::string name, anchor;
+  copy->name(name);
+  copy->anchor(anchor);
+  EXPECT_EQ("CPU", name);
+  EXPECT_EQ("0.1.9", anchor);
+  EXPECT_TRUE(copy->tabular());
+  EXPECT_FALSE(copy->showMinMax());
+}
+
+TEST(ServerItemsTest, AFolderWithoutTypeShowsAsUnknown) {
+  ServerReportFolder f(object(kResultFolder, 1));
+  EXPECT_EQ(ServerReportFolder::kUnknownFolderType, f.folderType());
+  std::string comment = "x";
+  f.comment(comment);
+  EXPECT_EQ("", comment);
+}
+
+}  // namespace
+}  // namespace report::stored
