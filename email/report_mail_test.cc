@@ -37,6 +37,12 @@ std::ostream& operator<<(std::ostream& os, const Incident& i) {
   return os << i.severity << " " << i.text;
 }
 
+// The lines of a mail of instance number 3 to `to` that didn't go out.
+std::vector<Incident> notSent(const std::string& to) {
+  return {{1, "Sending report number 3 to " + to + "..."},
+          {4, "Report number 3 has not been send to " + to + "!"}};
+}
+
 std::string withoutCr(std::string text) {
   std::erase(text, '\r');
   return text;
@@ -176,9 +182,7 @@ TEST_F(ReportMailTest, OneRefusedRecipientAmongTwoStillSends) {
 
 TEST_F(ReportMailTest, AllRecipientsRefused) {
   EXPECT_FALSE(sendToPeer(kGreeting + kOk + kNo + kNo, {"a@x", "b@x"}));
-  const std::vector<Incident> told = {{1, "Sending report number 3 to a@x, b@x..."},
-                                      {4, "Report number 3 has not been send to a@x, b@x!"}};
-  EXPECT_EQ(told, incidents);
+  EXPECT_EQ(notSent("a@x, b@x"), incidents);
   ASSERT_EQ(4u, log.lines.size());
   EXPECT_TRUE(log.lines[2].ends_with("accepted none of the destinations, aborting"))
       << log.lines[2];
@@ -187,9 +191,7 @@ TEST_F(ReportMailTest, AllRecipientsRefused) {
 
 TEST_F(ReportMailTest, ServerThatNeverGreets) {
   EXPECT_FALSE(sendToPeer("close\n", {"a@x"}));
-  const std::vector<Incident> told = {{1, "Sending report number 3 to a@x..."},
-                                      {4, "Report number 3 has not been send to a@x!"}};
-  EXPECT_EQ(told, incidents);
+  EXPECT_EQ(notSent("a@x"), incidents);
   ASSERT_EQ(3u, log.lines.size());
   EXPECT_TRUE(log.lines[1].ends_with("greeted us with: ")) << log.lines[1];
   EXPECT_EQ(kSendFailed, log.lines[2]);
@@ -213,17 +215,14 @@ TEST_F(ReportMailTest, ServerThatNeverAnswersTimesOut) {
   EXPECT_FALSE(sendToPeer("hang\n", {"a@x"}));
   // The test's 1 s time-out ended the wait, not the 120 s of the product.
   EXPECT_LT(std::chrono::steady_clock::now() - start, 60s);
-  const std::vector<Incident> told = {{1, "Sending report number 3 to a@x..."},
-                                      {4, "Report number 3 has not been send to a@x!"}};
-  EXPECT_EQ(told, incidents);
+  EXPECT_EQ(notSent("a@x"), incidents);
   EXPECT_EQ(kSendFailed, log.lines.back());
 }
 
 TEST_F(ReportMailTest, UnreachableServer) {
   // Nothing listens on port 1 of the loopback.
   EXPECT_FALSE(send("127.0.0.1:1", {"a@x"}, 3, 5s));
-  ASSERT_EQ(2u, incidents.size());
-  EXPECT_EQ((Incident{4, "Report number 3 has not been send to a@x!"}), incidents[1]);
+  EXPECT_EQ(notSent("a@x"), incidents);
   EXPECT_TRUE(log.lines.front().starts_with("SMTP connection to 127.0.0.1:1 lost: "))
       << log.lines.front();
 }
@@ -233,9 +232,7 @@ TEST_F(ReportMailTest, ReportThatCannotBeReadIsNotSent) {
   broken.fail_contents = true;
   instance = fake::Instance({broken});
   EXPECT_FALSE(sendToPeer(kGreeting + kOk + kOk + "send 354 go\\r\\n\ndata\n", {"a@x"}));
-  const std::vector<Incident> told = {{1, "Sending report number 3 to a@x..."},
-                                      {4, "Report number 3 has not been send to a@x!"}};
-  EXPECT_EQ(told, incidents);
+  EXPECT_EQ(notSent("a@x"), incidents);
   ASSERT_EQ(2u, log.lines.size());
   EXPECT_NE(std::string::npos, log.lines[0].find(fake::kReadFailure)) << log.lines[0];
   EXPECT_EQ(kSendFailed, log.lines[1]);

@@ -46,13 +46,14 @@ void send_stored_report(const std::vector<std::string>& addresses, const tql::id
   }
   const auto* order =
       dynamic_cast<const tql::property_uint_t*>(stored->find_property(mail_schema::kOrder));
-  TAVREL_ASSERT(order != nullptr && !order->is_null, "Couldn't get order property from template");
+  TAVREL_ASSERT(order != nullptr, "Couldn't get order property from template");
   // The instance is opened once it is known to exist, so that a gone
   // instance is told as such rather than as a failed read.
   const std::unique_ptr<report::ReportInstance> instance =
       report::open_server_instance(instance_id);
 
-  const ReportMail mail{addresses, instance.get(), zone_of(*report), order->value};
+  const ReportMail mail{addresses, instance.get(), zone_of(*report),
+                        order->is_null ? 0 : order->value};
   send_report_mail(mail, configured_mail_settings(), resource::resources(),
                    [&report_id](uint32_t severity, const std::string& text) {
                      queues::report_incident(report_id, severity, text, TimeValue::now());
