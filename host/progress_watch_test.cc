@@ -11,16 +11,11 @@ namespace {
 
 constexpr int32_t kReportClass = 5;
 
-std::vector<tql::property_ptr> instance_props(uint32_t progress, const std::string& name) {
+// A `progress`, and a `name` unless it is empty.
+std::vector<tql::property_ptr> instance_props(uint32_t progress, const std::string& name = "") {
   std::vector<tql::property_ptr> props;
   props.emplace_back(tql::make_property<20>(kProgressProperty, progress));
-  props.emplace_back(tql::make_string_property(kNameProperty, name));
-  return props;
-}
-
-std::vector<tql::property_ptr> progress_only(uint32_t progress) {
-  std::vector<tql::property_ptr> props;
-  props.emplace_back(tql::make_property<20>(kProgressProperty, progress));
+  if (!name.empty()) props.emplace_back(tql::make_string_property(kNameProperty, name));
   return props;
 }
 
@@ -32,11 +27,11 @@ TEST(ProgressWatchTest, TellsEachNewPercentageOfAnInstanceOnce) {
   std::ostringstream out;
   ProgressWatch watch(out);
   watch.changed(store, instance.id);
-  ChangeResult same = store.update(instance.id, instance.version, progress_only(1));
+  ChangeResult same = store.update(instance.id, instance.version, instance_props(1));
   watch.changed(store, instance.id);
-  ChangeResult later = store.update(instance.id, same.version, progress_only(42));
+  ChangeResult later = store.update(instance.id, same.version, instance_props(42));
   watch.changed(store, instance.id);
-  store.update(instance.id, later.version, progress_only(100));
+  store.update(instance.id, later.version, instance_props(100));
   watch.changed(store, instance.id);
   std::string id = instance.id.text();
   EXPECT_EQ("progress: " + id + " 1% Weekly web servers\nprogress: " + id +
@@ -59,9 +54,9 @@ TEST(ProgressWatchTest, KeepsInstancesApart) {
 TEST(ProgressWatchTest, PassesOverWhatIsNoInstanceProgress) {
   ObjectStore store;
   // A Report with a progress of its own is not an instance.
-  ChangeResult report = store.create(tql::kRootId, kReportClass, progress_only(30));
+  ChangeResult report = store.create(tql::kRootId, kReportClass, instance_props(30));
   ChangeResult bare = store.create(report.id, kReportInstanceClass, {});
-  std::vector<tql::property_ptr> null_progress = progress_only(7);
+  std::vector<tql::property_ptr> null_progress = instance_props(7);
   null_progress[0]->is_null = true;
   ChangeResult nulled = store.create(report.id, kReportInstanceClass, std::move(null_progress));
   std::vector<tql::property_ptr> wrong_kind;
@@ -78,7 +73,7 @@ TEST(ProgressWatchTest, PassesOverWhatIsNoInstanceProgress) {
 TEST(ProgressWatchTest, AnInstanceWithoutNameEndsTheLineAfterThePercentage) {
   ObjectStore store;
   ChangeResult report = store.create(tql::kRootId, kReportClass, {});
-  ChangeResult instance = store.create(report.id, kReportInstanceClass, progress_only(3));
+  ChangeResult instance = store.create(report.id, kReportInstanceClass, instance_props(3));
   std::ostringstream out;
   ProgressWatch watch(out);
   watch.changed(store, instance.id);

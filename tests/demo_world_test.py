@@ -15,14 +15,10 @@ import subprocess
 import sys
 import tempfile
 
+from checklist import check, finish
+
 make, host, examples = sys.argv[1], sys.argv[2], sys.argv[3]
-failures = []
 DAY = 86400
-
-
-def check(cond, what):
-    if not cond:
-        failures.append(what)
 
 
 def walk(o, depth=0):
@@ -121,7 +117,4 @@ with tempfile.TemporaryDirectory() as d:
         run = subprocess.run([host, "check", "--world", example], capture_output=True, text=True)
         check(run.returncode == 0, "%s: %s" % (example, run.stderr))
 
-for f in failures:
-    print("FAILED:", f)
-print("%d passed, %d failed" % (1 if not failures else 0, 1 if failures else 0))
-sys.exit(1 if failures else 0)
+finish()

@@ -13,15 +13,11 @@ import struct
 import subprocess
 import sys
 import tempfile
+
+from checklist import check, failures, finish
 import zlib
 
 script = sys.argv[1]
-failures = []
-
-
-def check(cond, what):
-    if not cond:
-        failures.append(what)
 
 
 def png(width, height, pixel, filter_type=0):
@@ -95,7 +91,4 @@ with tempfile.TemporaryDirectory() as d:
     check(os.path.isfile(os.path.join(shots, "good.png")) and
           module.non_white_share(os.path.join(shots, "good.png")) > 0.01, "the good screenshot")
 
-for f in failures:
-    print("FAILED:", f)
-print("%d passed, %d failed" % (1 if not failures else 0, 1 if failures else 0))
-sys.exit(1 if failures else 0)
+finish()

@@ -12,13 +12,9 @@ import subprocess
 import sys
 import tempfile
 
+from checklist import check, finish
+
 script = sys.argv[1]
-failures = []
-
-
-def check(cond, what):
-    if not cond:
-        failures.append(what)
 
 
 LAMP = b"\x89PNG\r\n\x1a\n lamp bytes"
@@ -109,7 +105,4 @@ with tempfile.TemporaryDirectory() as d:
     check(open(os.path.join(out, "Plain", "report.txt"), "rb").read().rstrip() == b"hello",
           "plain text unpacked")
 
-for f in failures:
-    print("FAILED:", f)
-print("%d passed, %d failed" % (1 if not failures else 0, 1 if failures else 0))
-sys.exit(1 if failures else 0)
+finish()
