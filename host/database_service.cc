@@ -44,9 +44,13 @@ void DatabaseService::dispatch(const queues::event& request, queues::childqueue&
       reply<Return_Tql_Select_Event>(queue, request, db_.select(*select));
     }
   } else if (auto* create = as<Tql_Create_Event>(request)) {
-    reply<Return_Tql_Create_Event>(queue, request, db_.create(*create));
+    dbms::Return_Tql_Create_Data created = db_.create(*create);
+    changed(created.new_id, created.status);
+    reply<Return_Tql_Create_Event>(queue, request, std::move(created));
   } else if (auto* update = as<Tql_Update_Event>(request)) {
-    reply<Return_Tql_Update_Event>(queue, request, db_.update(*update));
+    dbms::Return_Tql_Update_Data updated = db_.update(*update);
+    changed(update->id, updated.status);
+    reply<Return_Tql_Update_Event>(queue, request, std::move(updated));
   } else if (auto* remove = as<Tql_Delete_Event>(request)) {
     reply<Return_Tql_Delete_Event>(queue, request, db_.remove(*remove));
   } else if (auto* get = as<Tsdb_Get_Data_Event>(request)) {
@@ -63,6 +67,10 @@ void DatabaseService::dispatch(const queues::event& request, queues::childqueue&
     log("Database: ignored " + event_name(request.type_index) + " from " +
         queue_name(request.dest));
   }
+}
+
+void DatabaseService::changed(const tql::id_t& id, int32_t status) {
+  if (progress_ && status == 0) progress_->changed(db_.objects(), id);
 }
 
 void DatabaseService::send_due(queues::childqueue& queue, double now) {

@@ -9,6 +9,7 @@
 
 #include <optional>
 
+#include "host/progress_watch.h"
 #include "host/store_database.h"
 #include "host/store_subscriptions.h"
 #include "queues/childqueue.h"
@@ -19,8 +20,11 @@ namespace host {
 class DatabaseService {
  public:
   // `db` must outlive the service. `eval_scale` scales the least time
-  // between two replies of a subscription.
-  DatabaseService(Database& db, double eval_scale) : db_(db), registry_(eval_scale) {}
+  // between two replies of a subscription. `progress`, when not null, is
+  // shown every object that a create or update changed, and must outlive
+  // the service.
+  DatabaseService(Database& db, double eval_scale, ProgressWatch* progress = nullptr)
+      : db_(db), registry_(eval_scale), progress_(progress) {}
 
   // Handles one event that came to the database; replies through `queue`.
   // `now` in seconds since 1970. Raises what sending raises.
@@ -33,8 +37,11 @@ class DatabaseService {
  private:
   void dispatch(const queues::event& request, queues::childqueue& queue, double now);
 
+  void changed(const tql::id_t& id, int32_t status);
+
   Database& db_;
   SubscriptionRegistry registry_;
+  ProgressWatch* progress_;
 };
 
 }  // namespace host

@@ -40,7 +40,8 @@ class Host {
         scheduler_queue_(scheduler_),
         database_queue_(database_),
         parent_service_(config, log),
-        database_service_(db, options.eval_scale) {}
+        progress_(std::cout),
+        database_service_(db, options.eval_scale, options.progress ? &progress_ : nullptr) {}
 
   int run();
 
@@ -60,6 +61,7 @@ class Host {
   queues::childqueue scheduler_queue_;
   queues::childqueue database_queue_;
   ParentService parent_service_;
+  ProgressWatch progress_;
   SchedulerService scheduler_service_;
   DatabaseService database_service_;
   std::unique_ptr<ChildProcess> reporter_;

@@ -23,6 +23,7 @@ struct HostOptions {
   std::string dump;                   // Where to write the database at the end; empty: nowhere.
   std::string log;                    // The parent's log file; empty: standard error.
   double eval_scale = 1.0;            // Scale of the subscriptions' least reply interval.
+  bool progress = false;              // Progress lines of generations on standard output.
   uint64_t pool_size = 64u << 20;     // Bytes of the shared pool.
   uint64_t area_size = 4u << 20;      // Bytes of each sibling's write area.
 };

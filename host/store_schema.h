@@ -15,6 +15,7 @@ inline constexpr int32_t kReportInstanceClass = 38;
 inline constexpr int32_t kIdProperty = 0;
 inline constexpr int32_t kNameProperty = 51;
 inline constexpr int32_t kSiblingNameProperty = 52;
+inline constexpr int32_t kProgressProperty = 315;
 inline constexpr int32_t kOrderProperty = 2200;
 
 }  // namespace host

@@ -2,12 +2,14 @@
 // process, for trying the product on one machine and for end-to-end tests.
 //
 //   tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]
-//                   [--dump FILE] [--log FILE] [--eval-scale X]
+//                   [--dump FILE] [--log FILE] [--eval-scale X] [--progress]
 //   tavrel-host check --world FILE
 //
 // run: exit code 0 when the reporter exited 0, else the reporter's code (1
 // at least). check: prints "ok" or "error: " + the first error with its JSON
-// path, exit 1. A failure of the host itself: "error: " + text, exit 2.
+// path, exit 1. --progress writes a line to standard output each time a
+// ReportInstance's `progress` changes (host/progress_watch.h), for following
+// a generation as it runs. A failure of the host itself: "error: " + text, exit 2.
 #include <iostream>
 #include <string>
 #include <vector>
@@ -39,6 +41,7 @@ int run(tools::Args& args, const char* argv0) {
   options.dump = args.option("--dump").value_or("");
   options.log = args.option("--log").value_or("");
   if (auto scale = args.option("--eval-scale")) options.eval_scale = tools::Args::to_double(*scale);
+  options.progress = args.flag("--progress");
   args.done();
   int code = host::run_host(options);
   std::cerr << "tavrel-host: reporter exited with " << code << "\n";
@@ -69,7 +72,7 @@ int main(int argc, char** argv) {
     if (command == "run") return run(args, argv[0]);
     if (command == "check") return check(args);
     std::cerr << "usage: tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]\n"
-                 "                       [--dump FILE] [--log FILE] [--eval-scale X]\n"
+                 "                       [--dump FILE] [--log FILE] [--eval-scale X] [--progress]\n"
                  "       tavrel-host check --world FILE\n";
     return 2;
   } catch (const error::Exception& e) {
