@@ -7,9 +7,10 @@
 #include "base/time_value.h"
 #include "queues/events.h"
 #include "queues/tql_operations.h"
+#include "reporter/generation.h"
+#include "reporter/property_values.h"
 #include "reporter/schedule.h"
 #include "reporter/surplus_instances.h"
-#include "reporter/generation.h"
 #include "tql/catalogue.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
@@ -28,15 +29,6 @@ dbms::Tql_Select_Data subscription(std::unique_ptr<tql::pattern_t> pattern, int3
 
 void trace(const std::string& text) {
   if (log_tracing()) log(text, kLogTrace);
-}
-
-// The value of a set property of kind K, or null when it is missing, null
-// or of another kind.
-template <int32_t K>
-const typename tql::property_kind_t<K>::value_type* value_of(const tql::patch_t& object,
-                                                             int32_t number) {
-  const auto* p = dynamic_cast<const tql::property_kind_t<K>*>(object.find_property(number));
-  return p != nullptr && !p->is_null ? &p->value : nullptr;
 }
 
 uint32_t required_uint(const tql::patch_t& object, int32_t number) {
@@ -80,7 +72,7 @@ class ReportTreatment {
  private:
   void treat_instance(const tql::patch_t& instance) {
     trace("  Got an instance, id=" + instance.id.text());
-    const int64_t* order_time = value_of<17>(instance, kPropOrderTime);
+    const int64_t* order_time = valueOf<17>(instance, kPropOrderTime);
     uint32_t worker = required_uint(instance, kPropWorkerNode);
     if (order_time != nullptr) by_order_time_.emplace(*order_time, SeenInstance{&instance, worker});
     if (worker != 0) {
@@ -94,7 +86,7 @@ class ReportTreatment {
     }
     trace("Instance is completely generated");
     if (order_time != nullptr && *order_time > last_) last_ = *order_time;
-    const uint32_t* progress = value_of<20>(instance, kPropProgress);
+    const uint32_t* progress = valueOf<20>(instance, kPropProgress);
     if (progress == nullptr) {
       log("Progress not found in report issue " + instance.id.text());
       return;
