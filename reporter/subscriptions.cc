@@ -27,8 +27,18 @@ dbms::Tql_Select_Data subscription(std::unique_ptr<tql::pattern_t> pattern, int3
   return s;
 }
 
-void trace(const std::string& text) {
-  if (log_tracing()) log(text, kLogTrace);
+void append(std::string& text, const char* part) { text += part; }
+void append(std::string& text, const tql::id_t& id) { text += id.text(); }
+void append(std::string& text, int64_t n) { text += std::to_string(n); }
+
+// A trace message of texts, ids and numbers, put together only when tracing
+// is on.
+template <class... Parts>
+void trace(const Parts&... parts) {
+  if (!log_tracing()) return;
+  std::string text;
+  (append(text, parts), ...);
+  log(text, kLogTrace);
 }
 
 uint32_t required_uint(const tql::patch_t& object, int32_t number) {
@@ -59,7 +69,7 @@ class ReportTreatment {
       : report_(report), actions_(actions) {}
 
   void run() {
-    trace("Got a report, id=" + report_.id.text());
+    trace("Got a report, id=", report_.id);
     for (const tql::patch_t& child : report_.children) {
       if (child.class_ == kReportInstanceClass) treat_instance(child);
     }
@@ -71,7 +81,7 @@ class ReportTreatment {
 
  private:
   void treat_instance(const tql::patch_t& instance) {
-    trace("  Got an instance, id=" + instance.id.text());
+    trace("  Got an instance, id=", instance.id);
     const int64_t* order_time = valueOf<17>(instance, kPropOrderTime);
     uint32_t worker = required_uint(instance, kPropWorkerNode);
     if (order_time != nullptr) by_order_time_.emplace(*order_time, SeenInstance{&instance, worker});
@@ -120,12 +130,12 @@ class ReportTreatment {
         return;
       }
     }
-    trace("Last: " + std::to_string(last_) + ", next: " + std::to_string(next));
+    trace("Last: ", last_, ", next: ", next);
     if (next != 0) actions_.schedule(report_.id, report_.version, next);
   }
 
   void treat_order(const tql::patch_t& order) {
-    trace("  Sporadic order, id=" + order.id.text());
+    trace("  Sporadic order, id=", order.id);
     const tql::property_t& p = order.property(kPropOrderTime);
     const auto* date = dynamic_cast<const tql::property_date_t*>(&p);
     TAVREL_ASSERT(date != nullptr, "checked_cast failed, property kind " +
