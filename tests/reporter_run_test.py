@@ -73,9 +73,16 @@ def case(name):
     return register
 
 
+def clean(run, check):
+    """Nothing left behind, and no sanitizer report (under a sanitizer build)."""
+    check(run.left == [], "left behind: %r" % run.left)
+    check("Sanitizer" not in run.stderr and "runtime error" not in run.stderr,
+          "sanitizer: %r" % run.stderr)
+
+
 def orderly(run, check):
     check(run.code == 0, "exit code %d, stderr %r" % (run.code, run.stderr))
-    check(run.left == [], "left behind: %r" % run.left)
+    clean(run, check)
 
 
 def next_daily(last, time_of_day):
@@ -175,7 +182,7 @@ def refused_case(check):
     check(run.code == 1, "exit code %d" % run.code)
     check("Caught: Error in select (5, subscription refused by the world's faults)\n" in run.stderr,
           "stderr %r" % run.stderr)
-    check(run.left == [], "left behind: %r" % run.left)
+    clean(run, check)
 
 
 @case("metrics answer when ready and after SYS_EXIT")
