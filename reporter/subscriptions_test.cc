@@ -90,10 +90,15 @@ tql::patch_t domain_with(tql::patch_t child) {
   return d;
 }
 
-TEST(TreatSubscriptions, NewReportIsDueAtItsNextTimeAfterNow) {
+// The calls of a walk over the root domain with `report` in it.
+std::vector<std::string> calls_for(tql::patch_t report) {
   Recorder r;
+  return walk(domain_with(std::move(report)), r);
+}
+
+TEST(TreatSubscriptions, NewReportIsDueAtItsNextTimeAfterNow) {
   EXPECT_EQ((std::vector<std::string>{"schedule 0.1.5 v7 " + std::to_string(k1000)}),
-            walk(domain_with(report()), r));
+            calls_for(report()));
   Recorder later;
   later.clock = k1000;
   EXPECT_EQ((std::vector<std::string>{"schedule 0.1.5 v7 " + std::to_string(k1000 + kDay)}),
@@ -104,9 +109,8 @@ TEST(TreatSubscriptions, ScheduleKindNoneLaysNothingButServesOrders) {
   tql::patch_t r0 = report(0);
   r0.properties.erase(kPropTime);  // Not read for kind 0.
   r0.children.push_back(order(20, 1700000000));
-  Recorder r;
   EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 1700000000", "delete 0.1.20"}),
-            walk(domain_with(std::move(r0)), r));
+            calls_for(std::move(r0)));
 }
 
 TEST(TreatSubscriptions, FinishedInstancesSetTheLastTimeAndGetTheirProgressRepaired) {
@@ -115,18 +119,16 @@ TEST(TreatSubscriptions, FinishedInstancesSetTheLastTimeAndGetTheirProgressRepai
   r0.children.push_back(instance(11, 0, k1000 + kDay));  // progress 100: no write
   r0.children.push_back(instance(12, 0, std::nullopt, std::nullopt));  // progress missing
   r0.children.push_back(instance(13, 0, k1000, 99));
-  Recorder r;
   EXPECT_EQ((std::vector<std::string>{"progress 0.1.10 v10 100", "progress 0.1.13 v13 100",
                                       "schedule 0.1.5 v7 " + std::to_string(k1000 + 2 * kDay)}),
-            walk(domain_with(std::move(r0)), r));
+            calls_for(std::move(r0)));
 }
 
 TEST(TreatSubscriptions, SteadyStateWritesNothing) {
   tql::patch_t r0 = report(0);
   r0.children.push_back(instance(10, 0, k1000));
   r0.children.push_back(object(kReportSendToClass, {0, 1, 40}));  // Neither pass looks at it.
-  Recorder r;
-  EXPECT_TRUE(walk(domain_with(std::move(r0)), r).empty());
+  EXPECT_TRUE(calls_for(std::move(r0)).empty());
 }
 
 TEST(TreatSubscriptions, UnfinishedInstancesGoAndDontCount) {
@@ -134,11 +136,10 @@ TEST(TreatSubscriptions, UnfinishedInstancesGoAndDontCount) {
   r0.children.push_back(instance(10, 1, k1000 + 5 * kDay, 40));
   r0.children.push_back(order(20, k1000 + 5 * kDay));  // waits for a later update
   r0.children.push_back(order(21, k1000 - kDay));      // nothing for that time: generated
-  Recorder r;
   EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "schedule 0.1.5 v7 " + std::to_string(k1000),
                                       "generate 0.1.5 " + std::to_string(k1000 - kDay),
                                       "delete 0.1.21"}),
-            walk(domain_with(std::move(r0)), r));
+            calls_for(std::move(r0)));
 }
 
 TEST(TreatSubscriptions, ServedOrdersAreDeletedWithoutAGeneration) {
@@ -146,9 +147,8 @@ TEST(TreatSubscriptions, ServedOrdersAreDeletedWithoutAGeneration) {
   r0.children.push_back(instance(10, 0, 1700000000));
   r0.children.push_back(instance(11, 1, 1700000000));  // The first one for the time stays.
   r0.children.push_back(order(20, 1700000000));
-  Recorder r;
   EXPECT_EQ((std::vector<std::string>{"delete 0.1.11", "delete 0.1.20"}),
-            walk(domain_with(std::move(r0)), r));
+            calls_for(std::move(r0)));
 }
 
 TEST(TreatSubscriptions, RefusedWritesAreSkipped) {
@@ -204,9 +204,8 @@ TEST(TreatSubscriptions, MissingRequiredPropertiesRaise) {
 TEST(TreatSubscriptions, AScheduleTheCalendarCantServeIsSkippedButOrdersAreServed) {
   tql::patch_t bad = report(9);
   bad.children.push_back(order(20, 5));
-  Recorder r;
   EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 5", "delete 0.1.20"}),
-            walk(domain_with(std::move(bad)), r));
+            calls_for(std::move(bad)));
 }
 
 TEST(TreatSubscriptionsDeathTest, AnOrderTimeThatIsNoDateIsFatal) {
