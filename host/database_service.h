@@ -8,6 +8,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <ostream>
 
 #include "host/progress_watch.h"
 #include "host/store_database.h"
@@ -21,10 +23,12 @@ class DatabaseService {
  public:
   // `db` must outlive the service. `eval_scale` scales the least time
   // between two replies of a subscription. `progress`, when not null, is
-  // shown every object that a create or update changed, and must outlive
+  // shown every object that a create or update changed; `log`, when not
+  // null, gets a line for each change and subscription. Both must outlive
   // the service.
-  DatabaseService(Database& db, double eval_scale, ProgressWatch* progress = nullptr)
-      : db_(db), registry_(eval_scale), progress_(progress) {}
+  DatabaseService(Database& db, double eval_scale, ProgressWatch* progress = nullptr,
+                  std::ostream* log = nullptr)
+      : db_(db), registry_(eval_scale), progress_(progress), log_(log) {}
 
   // Handles one event that came to the database; replies through `queue`.
   // `now` in seconds since 1970. Raises what sending raises.
@@ -36,12 +40,18 @@ class DatabaseService {
 
  private:
   void dispatch(const queues::event& request, queues::childqueue& queue, double now);
+  void subscribe(const queues::event& request, const dbms::Tql_Select_Data& select,
+                 queues::childqueue& queue, double now);
+  // A line in the log: "WHAT: SENDER OBJECT status N".
+  void note(const char* what, const queues::event& request, const std::string& object,
+            int32_t status);
 
   void changed(const tql::id_t& id, int32_t status);
 
   Database& db_;
   SubscriptionRegistry registry_;
   ProgressWatch* progress_;
+  std::ostream* log_;
 };
 
 }  // namespace host

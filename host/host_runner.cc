@@ -39,9 +39,10 @@ class Host {
         parent_queue_(*parent_),
         scheduler_queue_(scheduler_),
         database_queue_(database_),
-        parent_service_(config, log),
+        parent_service_(config, log, options.metrics),
         progress_(std::cout),
-        database_service_(db, options.eval_scale, options.progress ? &progress_ : nullptr) {}
+        scheduler_service_(&log),
+        database_service_(db, options.eval_scale, options.progress ? &progress_ : nullptr, &log) {}
 
   int run();
 
@@ -124,6 +125,8 @@ void Host::serve_round() {
   if (idle(now) && reporter_ && parent_service_.initialized()) {
     stopping_ = true;
     parent_queue_.send(queues::Sys_Exit_Event(queues::rept, 0, {}));
+    if (options_.exit_twice) parent_queue_.send(queues::Sys_Exit_Event(queues::rept, 0, {}));
+    parent_service_.ask_metrics(parent_queue_, "stopping");
   }
 }
 

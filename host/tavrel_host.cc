@@ -3,6 +3,7 @@
 //
 //   tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]
 //                   [--dump FILE] [--log FILE] [--eval-scale X] [--progress]
+//                   [--metric PATH]... [--exit-twice]
 //   tavrel-host check --world FILE
 //
 // run: exit code 0 when the reporter exited 0, else the reporter's code (1
@@ -42,6 +43,8 @@ int run(tools::Args& args, const char* argv0) {
   options.log = args.option("--log").value_or("");
   if (auto scale = args.option("--eval-scale")) options.eval_scale = tools::Args::to_double(*scale);
   options.progress = args.flag("--progress");
+  while (auto metric = args.option("--metric")) options.metrics.push_back(*metric);
+  options.exit_twice = args.flag("--exit-twice");
   args.done();
   int code = host::run_host(options);
   std::cerr << "tavrel-host: reporter exited with " << code << "\n";
@@ -73,6 +76,7 @@ int main(int argc, char** argv) {
     if (command == "check") return check(args);
     std::cerr << "usage: tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]\n"
                  "                       [--dump FILE] [--log FILE] [--eval-scale X] [--progress]\n"
+                 "                       [--metric PATH]... [--exit-twice]\n"
                  "       tavrel-host check --world FILE\n";
     return 2;
   } catch (const error::Exception& e) {
