@@ -45,7 +45,7 @@ void EventLoop::select_reply(queues::event& e) {
   TAVREL_ASSERT(reply != nullptr, "Got unknown event from parent: " + std::to_string(e.type_index));
   dbms::Return_Tql_Select_Data& data = reply->data;
   if (e.inresponse != report_select_id_) {
-    port_.treat_mail_reply(data);
+    port_.treat_mail_reply(data, e.inresponse, sendto_select_id_);
     return;
   }
   if (data.status != 0) {

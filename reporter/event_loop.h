@@ -32,8 +32,10 @@ class ReporterPort {
   virtual void treat_report_tree(const tql::patch_t& root) = 0;
   // TQL_ACKNOWLEDGE of the subscription `request` to the database.
   virtual void acknowledge(uint32_t request) = 0;
-  // A reply for any other subscription: the mailing's.
-  virtual void treat_mail_reply(dbms::Return_Tql_Select_Data& reply) = 0;
+  // A reply for any other subscription (`inresponse`): the mailing's, whose
+  // number is `sendto_select_id`.
+  virtual void treat_mail_reply(dbms::Return_Tql_Select_Data& reply, uint32_t inresponse,
+                                uint32_t sendto_select_id) = 0;
   // generate_report; its result is not looked at.
   virtual void generate(const tql::id_t& report, tql::version_t version, int64_t time) = 0;
   virtual void delete_surplus(const tql::id_t& report) = 0;

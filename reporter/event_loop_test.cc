@@ -37,8 +37,10 @@ class Recorder : public ReporterPort {
     calls.push_back("treat " + root.id.text());
   }
   void acknowledge(uint32_t request) override { calls.push_back("ack " + std::to_string(request)); }
-  void treat_mail_reply(dbms::Return_Tql_Select_Data& reply) override {
-    calls.push_back("mail " + std::to_string(reply.res.size()));
+  void treat_mail_reply(dbms::Return_Tql_Select_Data& reply, uint32_t inresponse,
+                        uint32_t sendto_select_id) override {
+    calls.push_back("mail " + std::to_string(reply.res.size()) + " for " +
+                    std::to_string(inresponse) + "/" + std::to_string(sendto_select_id));
   }
   void generate(const tql::id_t& report, tql::version_t version, int64_t time) override {
     calls.push_back("generate " + report.text() + " v" + std::to_string(version.first) + " " +
@@ -85,7 +87,7 @@ TEST(EventLoop, ReportRepliesAreTreatedThenAcknowledgedMailRepliesGoToMailing) {
   r.add(reply(kReports, 1));
   r.add(reply(kReports, 0));  // nothing to treat, still acknowledged
   r.add(metric());
-  EXPECT_EQ((std::vector<std::string>{"mail 3", "treat 0.1", "ack 1", "ack 1", "metric"}), run(r));
+  EXPECT_EQ((std::vector<std::string>{"mail 3 for 2/2", "treat 0.1", "ack 1", "ack 1", "metric"}), run(r));
 }
 
 TEST(EventLoop, ScheduledGenerationThenSurplusDeletion) {
@@ -134,7 +136,7 @@ TEST(EventLoop, AnErrorStatusOnTheReportSubscriptionIsFatal) {
   // The mailing subscription's failures are the mailing's business.
   auto mail_failed = reply(kMailing, 0, 5);
   loop.handle(mail_failed);
-  EXPECT_EQ((std::vector<std::string>{"mail 0"}), r.calls);
+  EXPECT_EQ((std::vector<std::string>{"mail 0 for 2/2"}), r.calls);
 }
 
 TEST(EventLoopDeathTest, ImpossibleRepliesAndUnknownEventsAreFatal) {

@@ -23,8 +23,9 @@ void QueuePort::acknowledge(uint32_t request) {
   queue_.send(queues::Tql_Acknowledge_Event(queues::dbms, 0, {request}));
 }
 
-void QueuePort::treat_mail_reply(dbms::Return_Tql_Select_Data& reply) {
-  ::treat_mail_reply(reply);
+void QueuePort::treat_mail_reply(dbms::Return_Tql_Select_Data& reply, uint32_t inresponse,
+                                 uint32_t sendto_select_id) {
+  ::treat_mail_reply(reply, inresponse, sendto_select_id);
 }
 
 void QueuePort::generate(const tql::id_t& report, tql::version_t version, int64_t time) {

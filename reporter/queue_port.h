@@ -16,7 +16,8 @@ class QueuePort : public ReporterPort {
   bool answer_metering(const queues::event& e) override;
   void treat_report_tree(const tql::patch_t& root) override;
   void acknowledge(uint32_t request) override;
-  void treat_mail_reply(dbms::Return_Tql_Select_Data& reply) override;
+  void treat_mail_reply(dbms::Return_Tql_Select_Data& reply, uint32_t inresponse,
+                        uint32_t sendto_select_id) override;
   void generate(const tql::id_t& report, tql::version_t version, int64_t time) override;
   void delete_surplus(const tql::id_t& report) override;
   void forget(uint32_t request) override;
