@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 
 #include "tql/id.h"
@@ -11,8 +12,14 @@
 struct GraphSettings {
   int32_t dataType = 0;
   std::string unit;  // The check's unit blob; empty for none.
-  double alertAbove, warnAbove, alertBelow, warnBelow;  // NaN or negative: not shown
-  double plotMin = -1.0, plotMax = -1.0;                // Negative: not set
+  // Thresholds; NaN or negative: not shown.
+  double alertAbove = std::numeric_limits<double>::quiet_NaN();
+  double warnAbove = std::numeric_limits<double>::quiet_NaN();
+  double alertBelow = std::numeric_limits<double>::quiet_NaN();
+  double warnBelow = std::numeric_limits<double>::quiet_NaN();
+  // Plot bounds; negative: not set.
+  double plotMin = -1.0;
+  double plotMax = -1.0;
   bool showMinMax = false;
   bool showNoResponse = false;
   bool tabular = false;
