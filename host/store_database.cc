@@ -3,6 +3,7 @@
 #include "host/select_eval.h"
 #include "host/store_errors.h"
 #include "host/store_series_read.h"
+#include "tql/catalogue.h"
 #include "tql/errors.h"
 
 namespace host {
@@ -39,6 +40,12 @@ dbms::Return_Tql_Select_Data Database::select(const dbms::Tql_Select_Data& reque
 }
 
 dbms::Return_Tql_Create_Data Database::create(const dbms::Tql_Create_Data& request) {
+  if (failing_creates_.count(request.class_) != 0) {
+    dbms::Return_Tql_Create_Data reply;
+    reply.status = kInjectedFailure;
+    reply.details = detail("Injected failure: creates of " + tql::class_name(request.class_) + " fail");
+    return reply;
+  }
   ChangeResult r = objects_.create(request.parent_id, request.class_,
                                    checked_properties(request.properties), request.new_id);
   dbms::Return_Tql_Create_Data reply;

@@ -13,6 +13,8 @@
 // ignores the subscription bit of `flags`. Not thread safe.
 #pragma once
 
+#include <set>
+
 #include "dbms/tql_records.h"
 #include "dbms/tsdb_records.h"
 #include "host/store_objects.h"
@@ -50,9 +52,16 @@ class Database {
   dbms::Return_TSDB_Append_Data_Record_Data append_data_record(
       const dbms::TSDB_Append_Data_Record_Data& request);
 
+  // Test switch (the world's `faults`): every create of an object of
+  // `class_` fails with kInjectedFailure and the detail "Injected failure:
+  // creates of CLASS fail", so that tests can fail a report's analysis.
+  static constexpr int32_t kInjectedFailure = 10;
+  void fail_creates_of(int32_t class_) { failing_creates_.insert(class_); }
+
  private:
   ObjectStore objects_;
   SeriesStore series_;
+  std::set<int32_t> failing_creates_;
 };
 
 }  // namespace host

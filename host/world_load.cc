@@ -71,6 +71,7 @@ class WorldLoader {
   void set_properties(const tql::id_t& id, std::vector<tql::property_ptr> props,
                       const std::string& path);
   void load_series(const Json& series, const std::string& path);
+  void load_faults(const Json& faults);
   tql::id_t resolve(const std::string& reference, const std::string& path) const;
   tql::id_t next_id();
 
@@ -84,8 +85,8 @@ class WorldLoader {
 };
 
 void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& config) {
-  check_members(world, "", {"comment", "config", "objects", "cluster", "series"},
-                "a world: an object with config, objects, cluster and series");
+  check_members(world, "", {"comment", "config", "objects", "cluster", "series", "faults"},
+                "a world: an object with config, objects, cluster, series and faults");
   if (world.contains("config")) config_from_json(world["config"], "config", config);
   if (world.contains("objects")) {
     reserve_ids(world["objects"], "objects", 0);
@@ -100,12 +101,25 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
     props.push_back(property_from_json(r.number, *r.value, r.path, resolver_));
     set_properties(r.object, std::move(props), r.path);
   }
+  if (world.contains("faults")) load_faults(world["faults"]);
   if (world.contains("series")) {
     const Json& series = world["series"];
     if (!series.is_array()) throw EWorldError("series", "expected an array");
     for (size_t i = 0; i < series.size(); ++i) {
       load_series(series[i], "series[" + std::to_string(i) + "]");
     }
+  }
+}
+
+void WorldLoader::load_faults(const Json& faults) {
+  check_members(faults, "faults", {"fail_create"}, "an object with fail_create");
+  if (!faults.contains("fail_create")) return;
+  const Json& classes = faults["fail_create"];
+  if (!classes.is_array()) throw EWorldError("faults.fail_create", "expected an array of class names");
+  for (size_t i = 0; i < classes.size(); ++i) {
+    const std::string path = "faults.fail_create[" + std::to_string(i) + "]";
+    if (!classes[i].is_string()) throw EWorldError(path, "expected a class name");
+    db_.fail_creates_of(class_number(classes[i].get<std::string>(), path));
   }
 }
 

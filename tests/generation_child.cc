@@ -1,0 +1,87 @@
+// A child for the end-to-end tests of report generation, run by tavrel-host
+// in the reporter's place until the reporter's own main loop exists here.
+// As sibling 12 it:
+//   1. fetches the configuration and takes its log mask;
+//   2. for each entry "ID@TIME" (or "ID@TIME@stale") of the environment
+//      variable TAVREL_TEST_GENERATE, separated by blanks, reads the report's
+//      current version and calls generate_report with it (with "stale", with
+//      a version that is one change older), and logs "generated ID: RESULT"
+//      with the returned id ("" for none);
+//   3. waits for SYS_EXIT, shuts down and ends with 0 after the parent's end
+//      of stream; 1 on an exception that reaches it.
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+#include <string>
+
+#include "analysis/walk_schema.h"
+#include "base/error.h"
+#include "base/log.h"
+#include "base/meter.h"
+#include "io/sibling_messenger.h"
+#include "queues/childqueue.h"
+#include "queues/qdialog.h"
+#include "queues/tql_operations.h"
+#include "reporter/generation.h"
+
+namespace {
+
+tql::id_t parseId(const std::string& text) {
+  tql::id_t id;
+  std::istringstream in(text);
+  std::string part;
+  while (std::getline(in, part, '.')) id.push_back(static_cast<uint32_t>(std::stoul(part)));
+  return id;
+}
+
+void generate(const std::string& entry) {
+  std::istringstream in(entry);
+  std::string id_text, time_text, mode;
+  std::getline(in, id_text, '@');
+  std::getline(in, time_text, '@');
+  std::getline(in, mode);
+  const tql::id_t id = parseId(id_text);
+  std::unique_ptr<tql::patch_t> report =
+      tql::get_object(id, walk::kReport, *queues::global_queue());
+  tql::version_t version = report ? report->version : tql::version_t{};
+  if (mode == "stale") version.first -= 1;
+  const tql::id_t result =
+      generate_report(id, version, TimeValue(static_cast<int32_t>(std::stol(time_text))));
+  log("generated " + id_text + ": " + result.text());
+}
+
+}  // namespace
+
+int main() {
+  meter::open_registry();
+  try {
+    io::SiblingMessenger messenger(12, "smem");
+    queues::childqueue queue(messenger);
+    queues::set_global_queue(&queue);
+    queues::set_log_queue(&queue);
+    set_log_mask(static_cast<uint32_t>(queues::server_configuration().log_mask));
+
+    const char* entries = std::getenv("TAVREL_TEST_GENERATE");
+    std::istringstream list(entries != nullptr ? entries : "");
+    for (std::string entry; list >> entry;) generate(entry);
+
+    bool stopping = false;
+    for (;;) {
+      std::unique_ptr<queues::event> e = queue.next_event();
+      if (!e) {
+        if (!queue.is_at_end(queues::main)) continue;
+        queues::set_log_queue(nullptr);
+        messenger.completeShutdown();
+        return 0;
+      }
+      if (e->type_index == queues::SYS_EXIT && !stopping) {
+        stopping = true;
+        queue.shutdown();
+      }
+    }
+  } catch (const error::Exception& e) {
+    queues::set_log_queue(nullptr);
+    std::fprintf(stderr, "Caught: %s\n", e.text().c_str());
+    return 1;
+  }
+}
