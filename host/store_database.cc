@@ -57,6 +57,13 @@ dbms::Return_Tql_Create_Data Database::create(const dbms::Tql_Create_Data& reque
 }
 
 dbms::Return_Tql_Update_Data Database::update(const dbms::Tql_Update_Data& request) {
+  const StoredObject* target = objects_.find(request.id);
+  if (target != nullptr && failing_updates_.count(target->class_) != 0) {
+    dbms::Return_Tql_Update_Data reply;
+    reply.status = kInjectedFailure;
+    reply.details = detail("Injected failure: updates of " + tql::class_name(target->class_) + " fail");
+    return reply;
+  }
   ChangeResult r =
       objects_.update(request.id, request.version, checked_properties(request.properties));
   dbms::Return_Tql_Update_Data reply;

@@ -52,16 +52,19 @@ class Database {
   dbms::Return_TSDB_Append_Data_Record_Data append_data_record(
       const dbms::TSDB_Append_Data_Record_Data& request);
 
-  // Test switch (the world's `faults`): every create of an object of
-  // `class_` fails with kInjectedFailure and the detail "Injected failure:
-  // creates of CLASS fail", so that tests can fail a report's analysis.
+  // Test switches (the world's `faults`): every create, or every update, of
+  // an object of `class_` fails with kInjectedFailure and the detail
+  // "Injected failure: creates of CLASS fail" ("updates of"), so that tests
+  // can fail a report's generation at a chosen step.
   static constexpr int32_t kInjectedFailure = 10;
   void fail_creates_of(int32_t class_) { failing_creates_.insert(class_); }
+  void fail_updates_of(int32_t class_) { failing_updates_.insert(class_); }
 
  private:
   ObjectStore objects_;
   SeriesStore series_;
   std::set<int32_t> failing_creates_;
+  std::set<int32_t> failing_updates_;
 };
 
 }  // namespace host

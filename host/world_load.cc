@@ -112,14 +112,23 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
 }
 
 void WorldLoader::load_faults(const Json& faults) {
-  check_members(faults, "faults", {"fail_create"}, "an object with fail_create");
-  if (!faults.contains("fail_create")) return;
-  const Json& classes = faults["fail_create"];
-  if (!classes.is_array()) throw EWorldError("faults.fail_create", "expected an array of class names");
-  for (size_t i = 0; i < classes.size(); ++i) {
-    const std::string path = "faults.fail_create[" + std::to_string(i) + "]";
-    if (!classes[i].is_string()) throw EWorldError(path, "expected a class name");
-    db_.fail_creates_of(class_number(classes[i].get<std::string>(), path));
+  check_members(faults, "faults", {"fail_create", "fail_update"},
+                "an object with fail_create and fail_update");
+  for (const char* kind : {"fail_create", "fail_update"}) {
+    if (!faults.contains(kind)) continue;
+    const Json& classes = faults[kind];
+    const std::string at = std::string("faults.") + kind;
+    if (!classes.is_array()) throw EWorldError(at, "expected an array of class names");
+    for (size_t i = 0; i < classes.size(); ++i) {
+      const std::string path = at + "[" + std::to_string(i) + "]";
+      if (!classes[i].is_string()) throw EWorldError(path, "expected a class name");
+      const int32_t number = class_number(classes[i].get<std::string>(), path);
+      if (kind == std::string("fail_create")) {
+        db_.fail_creates_of(number);
+      } else {
+        db_.fail_updates_of(number);
+      }
+    }
   }
 }
 

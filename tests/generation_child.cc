@@ -1,7 +1,8 @@
 // A child for the end-to-end tests of report generation, run by tavrel-host
 // in the reporter's place until the reporter's own main loop exists here.
 // As sibling 12 it:
-//   1. fetches the configuration and takes its log mask;
+//   1. fetches the configuration, takes its log mask and tells the parent
+//      INIT_OK;
 //   2. for each entry "ID@TIME" (or "ID@TIME@stale") of the environment
 //      variable TAVREL_TEST_GENERATE, separated by blanks, reads the report's
 //      current version and calls generate_report with it (with "stale", with
@@ -20,6 +21,7 @@
 #include "base/meter.h"
 #include "io/sibling_messenger.h"
 #include "queues/childqueue.h"
+#include "queues/events.h"
 #include "queues/qdialog.h"
 #include "queues/tql_operations.h"
 #include "reporter/generation.h"
@@ -60,6 +62,9 @@ int main() {
     queues::set_global_queue(&queue);
     queues::set_log_queue(&queue);
     set_log_mask(static_cast<uint32_t>(queues::server_configuration().log_mask));
+    queues::Init_Ok_Event ready;
+    ready.dest = queues::main;
+    queue.send(ready);
 
     const char* entries = std::getenv("TAVREL_TEST_GENERATE");
     std::istringstream list(entries != nullptr ? entries : "");
