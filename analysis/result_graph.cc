@@ -45,8 +45,8 @@ void addLevels(Properties& p, int32_t alertNumber, double alert, int32_t warnNum
 
 }  // namespace
 
-tql::id_t addGraph(const tql::id_t& parent, const std::string& name, const GraphSettings& s,
-                   const tql::patch_t& check) {
+std::vector<tql::property_ptr> graphProperties(const std::string& name, const GraphSettings& s,
+                                               const tql::patch_t& check) {
   Properties p;
   p.emplace_back(orderProperty());
   p.emplace_back(tql::make_string_property(walk::kName, name));
@@ -61,5 +61,11 @@ tql::id_t addGraph(const tql::id_t& parent, const std::string& name, const Graph
   p.emplace_back(tql::make_boolean_property(walk::kGraphShowMinMax, s.showMinMax));
   p.emplace_back(tql::make_boolean_property(walk::kGraphShowNoResponse, s.showNoResponse));
   p.emplace_back(tql::make_boolean_property(walk::kGraphTabularUptime, s.tabular));
-  return createResult(parent, walk::kReportResultGraph, std::move(p), "ReportResultGraph");
+  return p;
+}
+
+tql::id_t addGraph(const tql::id_t& parent, const std::string& name, const GraphSettings& s,
+                   const tql::patch_t& check) {
+  return createResult(parent, walk::kReportResultGraph, graphProperties(name, s, check),
+                      "ReportResultGraph");
 }

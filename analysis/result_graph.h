@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "tql/id.h"
 #include "tql/patch.h"
+#include "tql/property.h"
 
 struct GraphSettings {
   int32_t dataType = 0;
@@ -25,11 +27,17 @@ struct GraphSettings {
   bool tabular = false;
 };
 
-// Creates the graph under `parent` with `name`, `order`, and the settings
+// The properties of the graph, in the order set: `order` (the next value
+// of the counter), `name`, and the settings
 // of `check` (stateColors and stateLabelN of an enum check with colours;
 // else unit, preferredUnit, preferredBinary), `dataType`, the thresholds
 // that make sense (a warning level only when it is not hidden behind the
-// alert level), the plot bounds that are set, and the three flags. Raises
-// errors::tql (after the error line) when the create fails.
+// alert level), the plot bounds that are set, and the three flags.
+std::vector<tql::property_ptr> graphProperties(const std::string& name,
+                                               const GraphSettings& settings,
+                                               const tql::patch_t& check);
+
+// Creates the graph with graphProperties under `parent`. Raises errors::tql
+// (after the error line) when the create fails.
 tql::id_t addGraph(const tql::id_t& parent, const std::string& name, const GraphSettings& settings,
                    const tql::patch_t& check);
