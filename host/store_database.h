@@ -52,6 +52,11 @@ class Database {
   dbms::Return_TSDB_Append_Data_Record_Data append_data_record(
       const dbms::TSDB_Append_Data_Record_Data& request);
 
+  // A fault that the world asks for (WORLD.md, `faults`): a status other
+  // than 0 refuses every subscription with that status. 0 at first.
+  int32_t subscription_fault() const { return subscription_fault_; }
+  void set_subscription_fault(int32_t status) { subscription_fault_ = status; }
+
   // Test switches (the world's `faults`): every create, or every update, of
   // an object of `class_` fails with kInjectedFailure and the detail
   // "Injected failure: creates of CLASS fail" ("updates of"), so that tests
@@ -59,10 +64,13 @@ class Database {
   static constexpr int32_t kInjectedFailure = 10;
   void fail_creates_of(int32_t class_) { failing_creates_.insert(class_); }
   void fail_updates_of(int32_t class_) { failing_updates_.insert(class_); }
+  const std::set<int32_t>& failing_creates() const { return failing_creates_; }
+  const std::set<int32_t>& failing_updates() const { return failing_updates_; }
 
  private:
   ObjectStore objects_;
   SeriesStore series_;
+  int32_t subscription_fault_ = 0;
   std::set<int32_t> failing_creates_;
   std::set<int32_t> failing_updates_;
 };

@@ -87,6 +87,7 @@ class WorldLoader {
 void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& config) {
   check_members(world, "", {"comment", "config", "objects", "cluster", "series", "faults"},
                 "a world: an object with config, objects, cluster, series and faults");
+  if (world.contains("faults")) load_faults(world["faults"]);
   if (world.contains("config")) config_from_json(world["config"], "config", config);
   if (world.contains("objects")) {
     reserve_ids(world["objects"], "objects", 0);
@@ -101,7 +102,6 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
     props.push_back(property_from_json(r.number, *r.value, r.path, resolver_));
     set_properties(r.object, std::move(props), r.path);
   }
-  if (world.contains("faults")) load_faults(world["faults"]);
   if (world.contains("series")) {
     const Json& series = world["series"];
     if (!series.is_array()) throw EWorldError("series", "expected an array");
@@ -112,8 +112,16 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
 }
 
 void WorldLoader::load_faults(const Json& faults) {
-  check_members(faults, "faults", {"fail_create", "fail_update"},
-                "an object with fail_create and fail_update");
+  check_members(faults, "faults", {"subscription_status", "fail_create", "fail_update"},
+                "an object with subscription_status, fail_create and fail_update");
+  if (faults.contains("subscription_status")) {
+    const Json& status = faults["subscription_status"];
+    if (!status.is_number_integer() || status.get<int64_t>() < 0 ||
+        status.get<int64_t>() > INT32_MAX) {
+      throw EWorldError("faults.subscription_status", "expected a status from 0 to 2147483647");
+    }
+    db_.set_subscription_fault(static_cast<int32_t>(status.get<int64_t>()));
+  }
   for (const char* kind : {"fail_create", "fail_update"}) {
     if (!faults.contains(kind)) continue;
     const Json& classes = faults[kind];

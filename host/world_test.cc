@@ -162,7 +162,7 @@ TEST(WorldLoadTest, BrokenWorldsNameThePathOfTheBadValue) {
       {R"({"series": [{"owner": "0.1", "property": "tsdbIndex", "data_type": 4, "records": []},
                       {"owner": "0.1", "property": "2600", "data_type": 4, "records": []}]})",
        "series[1]: a second series for owner 0.1 and property tsdbIndex"},
-      {R"([1])", "expected a world: an object with config, objects, cluster and series"},
+      {R"([1])", "expected a world: an object with config, objects, cluster, series and faults"},
   };
   for (const auto& [world, message] : cases) EXPECT_EQ(message, load_error(world)) << world;
 }
@@ -191,6 +191,62 @@ TEST(WorldLoadTest, DeeplyNestedObjectsAreRefusedBeforeLoading) {
   for (int i = 0; i < 5000; ++i) text += "}]";
   const std::string error = load_error(text + "}}");
   EXPECT_NE(std::string::npos, error.find(": objects nested deeper than 256 levels")) << error;
+}
+
+TEST(WorldLoadTest, FaultsLoadDumpAndRefuseBadValues) {
+  Loaded w;
+  EXPECT_EQ(0, w.db.subscription_fault());
+  EXPECT_FALSE(dump_world(w.db, w.config).contains("faults"));
+  load_world_text(R"({"faults": {"subscription_status": 5}})", w.db, w.config);
+  EXPECT_EQ(5, w.db.subscription_fault());
+  Json dumped = dump_world(w.db, w.config);
+  EXPECT_EQ(5, dumped["faults"]["subscription_status"]);
+  Loaded again;
+  load_world_text(dumped.dump(), again.db, again.config);
+  EXPECT_EQ(5, again.db.subscription_fault());
+
+  EXPECT_EQ("faults.subscription_status: expected a status from 0 to 2147483647",
+            load_error(R"({"faults": {"subscription_status": -1}})"));
+  EXPECT_EQ("faults.subscription_status: expected a status from 0 to 2147483647",
+            load_error(R"({"faults": {"subscription_status": "5"}})"));
+  EXPECT_EQ("faults.other: unknown member", load_error(R"({"faults": {"other": 1}})"));
+}
+
+TEST(WorldLoadTest, FailingCreatesAndUpdatesLoadDumpAndFail) {
+  Loaded w;
+  load_world_text(R"({"objects": {"class": "Domain", "id": "0.1",
+                                  "children": [{"class": "Node", "id": "0.1.5"}]},
+                      "faults": {"fail_create": ["ReportResultGraph"], "fail_update": ["Node"]}})",
+                  w.db, w.config);
+  dbms::Tql_Create_Data create;
+  create.parent_id = tql::id_t{0, 1};
+  create.class_ = 41;  // ReportResultGraph
+  dbms::Return_Tql_Create_Data created = w.db.create(create);
+  EXPECT_EQ(Database::kInjectedFailure, created.status);
+  ASSERT_EQ(1u, created.details.size());
+  EXPECT_EQ("Injected failure: creates of ReportResultGraph fail", created.details.front().msg);
+  create.class_ = 39;  // ReportResultFolder: not failing
+  EXPECT_EQ(0, w.db.create(create).status);
+  dbms::Tql_Update_Data update;
+  update.id = tql::id_t{0, 1, 5};
+  update.version = w.db.objects().find(update.id)->version;
+  EXPECT_EQ(Database::kInjectedFailure, w.db.update(update).status);
+  update.id = tql::kRootId;
+  update.version = w.db.objects().find(update.id)->version;
+  EXPECT_EQ(0, w.db.update(update).status);
+
+  const Json dumped = dump_world(w.db, w.config);
+  EXPECT_EQ(Json::parse(R"({"fail_create": ["ReportResultGraph"], "fail_update": ["Node"]})"),
+            dumped["faults"]);
+  Loaded again;
+  load_world_text(dumped.dump(), again.db, again.config);
+  EXPECT_EQ(w.db.failing_creates(), again.db.failing_creates());
+  EXPECT_EQ(w.db.failing_updates(), again.db.failing_updates());
+
+  EXPECT_EQ("faults.fail_create: expected an array of class names",
+            load_error(R"({"faults": {"fail_create": "Node"}})"));
+  EXPECT_EQ("faults.fail_update[0]: expected a class name",
+            load_error(R"({"faults": {"fail_update": [4]}})"));
 }
 
 TEST(WorldLoadTest, SyntaxErrorsAndMissingFilesAreWorldErrors) {

@@ -44,6 +44,9 @@ TEST(ResolvePeriod, DayAndWeekHaveFixedLengths) {
   EXPECT_EQ("1774738800 86400", period(withPeriod(1), 1774864800));
   // Wednesday 7 January: Monday 29 December to Sunday.
   EXPECT_EQ("1766962800 604800", period(withPeriod(2), 1767783600));
+  // Wednesday 1 April: the week of the change to summer time, from Monday 23
+  // March at midnight CET, still 168 hours.
+  EXPECT_EQ("1774220400 604800", period(withPeriod(2), 1775048400));
 }
 
 TEST(ResolvePeriod, MonthYearAndQuarterByTheCalendar) {

@@ -42,6 +42,10 @@ TEST(NextGeneration, MonthlyOnADay) {
   EXPECT_EQ(1772528400, next(1769853600, kScheduleMonthly, 31));
   // 20 January 11:00, frequency 5: the 5th of the next month.
   EXPECT_EQ(1770282000, next(1768903200, kScheduleMonthly, 5));
+  // Across a change of daylight saving the clock time stays 10:00: 20 March
+  // (CET) to 5 April (CEST), and 20 October (CEST) to 5 November (CET).
+  EXPECT_EQ(1775376000, next(1774000800, kScheduleMonthly, 5));
+  EXPECT_EQ(1793869200, next(1792486800, kScheduleMonthly, 5));
   // Frequency 0 is taken as 1: 1 February.
   EXPECT_EQ(1769936400, next(1768903200, kScheduleMonthly, 0));
 }

@@ -1,5 +1,5 @@
 """Report generation end to end: tavrel-host runs the generation child (which
-calls generate_report) over the world in generation_world.json plus the
+calls generate_report) over the world in worlds/generation.json plus the
 reports of each case, and the dumped database is checked: the instance, its
 folders in display order, the report's incident series, the selection of
 checks, plans, hiding, and the failure paths (with the world's `faults`).
@@ -14,7 +14,7 @@ import sys
 import tempfile
 
 host, child, tests_dir = sys.argv[1], sys.argv[2], sys.argv[3]
-BASE = json.load(open(os.path.join(tests_dir, "generation_world.json")))
+BASE = json.load(open(os.path.join(tests_dir, "worlds", "generation.json")))
 D0 = 1699830000          # 2023-11-13 00:00 in Copenhagen
 ORDER = 1699920000       # 2023-11-14 01:00 in Copenhagen: "yesterday" is 2023-11-13
 failures = []
