@@ -4,7 +4,10 @@ reports of each case, and the dumped database is checked: the instance, its
 folders in display order, the report's incident series, the selection of
 checks, plans, hiding, and the failure paths (with the world's `faults`).
 
-usage: generation_test.py TAVREL_HOST GENERATION_CHILD TESTS_DIR
+The last case runs the real reporter, whose subscription carries out a
+ReportOrder with the same driver.
+
+usage: generation_test.py TAVREL_HOST GENERATION_CHILD TAVREL_REPORT TESTS_DIR
 """
 import copy
 import json
@@ -13,7 +16,7 @@ import subprocess
 import sys
 import tempfile
 
-host, child, tests_dir = sys.argv[1], sys.argv[2], sys.argv[3]
+host, generation_child, reporter, tests_dir = sys.argv[1:5]
 BASE = json.load(open(os.path.join(tests_dir, "worlds", "generation.json")))
 D0 = 1699830000          # 2023-11-13 00:00 in Copenhagen
 ORDER = 1699920000       # 2023-11-14 01:00 in Copenhagen: "yesterday" is 2023-11-13
@@ -46,7 +49,7 @@ def selection(contains, classes=(), paths=()):
                           "props": {"contains": {"string_list": path}}} for path in paths]}
 
 
-def run(reports, generate, faults=None, ops_reports=()):
+def run(reports, generate, faults=None, ops_reports=(), child=generation_child):
     """Runs the host with the reports added; returns (dump, log text, results by report id)."""
     world = copy.deepcopy(BASE)
     world["objects"]["children"].extend(reports)
@@ -271,6 +274,24 @@ check(value(find(dump["objects"], "0.1.10"), "progress") == 50,
 check(incidents(dump, "0.1.10")[-1] == (4, "Generation of report failed: Injected failure: "
                                            "updates of ReportInstance fail"),
       "failure handler incident %r" % incidents(dump, "0.1.10"))
+
+# --- The real reporter carries out a ReportOrder: one finished instance,
+# --- the order gone.
+cases += 1
+ordered = report("0.1.10", ["0.1.2"], date={"enum": [65546, 0]}, maxInstances={"null": "uint"},
+                 children=[{"class": "ReportOrder", "props": {"orderTime": {"date": ORDER}}}])
+dump, log, results = run([ordered], "", child=reporter)
+inst = the_instance(dump, "0.1.10", "ordered")
+check([c["class"] for c in find(dump["objects"], "0.1.10")["children"]] == ["ReportInstance"],
+      "the order is carried out and deleted")
+check(value(inst, "workerNode") == 0 and value(inst, "public") is True
+      and value(inst, "orderTime") == ORDER and value(inst, "startTime") == D0,
+      "ordered instance %r" % inst.get("props"))
+check(folder_names(inst, 1) == ["alpha.example", "mid.example", "zeta.example", "beta.example"],
+      "ordered nodes %r" % folder_names(inst, 1))
+check(incidents(dump, "0.1.10") == [(1, "Generation of report number 1 initiated."),
+                                    (1, "Generation of report number 1 done.")],
+      "ordered incidents %r" % incidents(dump, "0.1.10"))
 
 for f in failures:
     print("FAILED:", f)
