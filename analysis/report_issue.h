@@ -43,13 +43,27 @@ class ReportIssue {
   const uint32_t depth;        // 0 for the root domain.
 };
 
-class ReportDomain : public ReportIssue {
+// The levels above the checks: a domain or node, with the report's
+// selector and progress. `object` (the domain with its nodes and
+// subdomains, or the node), `selector` and `progress` are the caller's and
+// outlive this object.
+class ReportTreeIssue : public ReportIssue {
  public:
-  // `object` (the domain with its nodes and subdomains), `selector` and
-  // `progress` are the caller's and outlive this object.
-  ReportDomain(const tql::patch_t& object, const ResolvedIssue& issue, uint32_t depth,
-               CheckSelector& selector, Progress& progress)
+  // Public so that the derived classes inherit it as it stands; the class
+  // itself is abstract.
+  ReportTreeIssue(const tql::patch_t& object, const ResolvedIssue& issue, uint32_t depth,
+                  CheckSelector& selector, Progress& progress)
       : ReportIssue(issue, depth), object(object), selector(selector), progress(progress) {}
+
+ protected:
+  const tql::patch_t& object;
+  CheckSelector& selector;
+  Progress& progress;
+};
+
+class ReportDomain : public ReportTreeIssue {
+ public:
+  using ReportTreeIssue::ReportTreeIssue;
   void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
                IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
 
@@ -57,17 +71,11 @@ class ReportDomain : public ReportIssue {
   // Nodes first (sorted by longLabel), then subdomains.
   void descend(const tql::id_t& folder, const IntervalSet& intervals, IssueStats& stats,
                int64_t& firstSample, zone_t timeZone);
-
-  const tql::patch_t& object;
-  CheckSelector& selector;
-  Progress& progress;
 };
 
-class ReportHost : public ReportIssue {
+class ReportHost : public ReportTreeIssue {
  public:
-  ReportHost(const tql::patch_t& object, const ResolvedIssue& issue, uint32_t depth,
-             CheckSelector& selector, Progress& progress)
-      : ReportIssue(issue, depth), object(object), selector(selector), progress(progress) {}
+  using ReportTreeIssue::ReportTreeIssue;
   void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
                IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
 
@@ -76,10 +84,6 @@ class ReportHost : public ReportIssue {
   // the child itself when it is a selected check (tag 0).
   void descend(const tql::patch_t& from, const tql::id_t& folder, const IntervalSet& intervals,
                IssueStats& stats, int64_t& firstSample, zone_t timeZone);
-
-  const tql::patch_t& object;
-  CheckSelector& selector;
-  Progress& progress;
 };
 
 class ReportSingleRawIssue : public ReportIssue {

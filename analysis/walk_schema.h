@@ -1,11 +1,30 @@
 // Class and property numbers that the walk over a report's tree, the check
-// selection and the result writers use. The names are those of
-// tql/catalogue_tables.cc; keep in step with it.
+// selection and the result writers use, beyond those of schema.h (which
+// this namespace takes in). The names are those of tql/catalogue_tables.cc;
+// keep in step with it.
 #pragma once
 
 #include <cstdint>
 
+#include "analysis/schema.h"
+
 namespace walk {
+
+using schema::kActive;
+using schema::kAlertIfAbove;
+using schema::kAlertIfBelow;
+using schema::kDate;
+using schema::kDayPlanner;
+using schema::kDuration;
+using schema::kEvent;
+using schema::kName;
+using schema::kPlan;
+using schema::kRangeMax;
+using schema::kRangeMin;
+using schema::kStartTime;
+using schema::kWarnIfAbove;
+using schema::kWarnIfBelow;
+using schema::kWeekPlanner;
 
 // Classes.
 inline constexpr int32_t kCheck = 1;
@@ -14,10 +33,6 @@ inline constexpr int32_t kNode = 4;
 inline constexpr int32_t kReport = 5;
 inline constexpr int32_t kReportIssue = 7;
 inline constexpr int32_t kCheckGroup = 22;
-inline constexpr int32_t kPlan = 33;
-inline constexpr int32_t kDayPlanner = 34;
-inline constexpr int32_t kWeekPlanner = 35;
-inline constexpr int32_t kEvent = 37;
 inline constexpr int32_t kReportInstance = 38;
 inline constexpr int32_t kReportResultFolder = 39;
 inline constexpr int32_t kReportResultRow = 40;
@@ -33,19 +48,15 @@ inline constexpr int32_t kUnexpectedEvent = 88;
 
 // Properties.
 inline constexpr int32_t kId = 0;
-inline constexpr int32_t kName = 51;
 inline constexpr int32_t kSiblingName = 52;
 inline constexpr int32_t kTreeLabel = 53;
 inline constexpr int32_t kLongLabel = 54;
 inline constexpr int32_t kInheritsFrom = 57;
 inline constexpr int32_t kNodeClasses = 227;
 inline constexpr int32_t kIssueNode = 304;
-inline constexpr int32_t kStartTime = 305;
-inline constexpr int32_t kDuration = 306;
 inline constexpr int32_t kDataType = 313;
 inline constexpr int32_t kProgress = 315;
 inline constexpr int32_t kLastGenerated = 318;
-inline constexpr int32_t kDate = 320;
 inline constexpr int32_t kContains = 324;
 inline constexpr int32_t kGenerated = 325;
 inline constexpr int32_t kPlotMin = 326;
@@ -56,17 +67,10 @@ inline constexpr int32_t kIncludeConfig = 335;
 inline constexpr int32_t kFolderType = 340;
 inline constexpr int32_t kOriginNode = 341;
 inline constexpr int32_t kType = 500;
-inline constexpr int32_t kActive = 502;
 inline constexpr int32_t kGoodScore = 504;
 inline constexpr int32_t kWarnScore = 505;
 inline constexpr int32_t kAlertScore = 506;
-inline constexpr int32_t kWarnIfAbove = 510;
-inline constexpr int32_t kAlertIfAbove = 511;
-inline constexpr int32_t kWarnIfBelow = 515;
-inline constexpr int32_t kAlertIfBelow = 516;
 inline constexpr int32_t kComment = 524;
-inline constexpr int32_t kRangeMin = 548;
-inline constexpr int32_t kRangeMax = 549;
 inline constexpr int32_t kStateColors = 554;
 inline constexpr int32_t kPublic = 1000;
 inline constexpr int32_t kDestination = 1201;

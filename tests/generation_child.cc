@@ -10,16 +10,13 @@
 //      with the returned id ("" for none);
 //   3. waits for SYS_EXIT, shuts down and ends with 0 after the parent's end
 //      of stream; 1 on an exception that reaches it.
-#include <cstdio>
 #include <cstdlib>
 #include <sstream>
 #include <string>
 
 #include "analysis/walk_schema.h"
-#include "base/error.h"
 #include "base/log.h"
-#include "base/meter.h"
-#include "io/sibling_messenger.h"
+#include "host/test_child.h"
 #include "queues/childqueue.h"
 #include "queues/events.h"
 #include "queues/qdialog.h"
@@ -55,38 +52,15 @@ void generate(const std::string& entry) {
 }  // namespace
 
 int main() {
-  meter::open_registry();
-  try {
-    io::SiblingMessenger messenger(12, "smem");
-    queues::childqueue queue(messenger);
-    queues::set_global_queue(&queue);
-    queues::set_log_queue(&queue);
-    set_log_mask(static_cast<uint32_t>(queues::server_configuration().log_mask));
-    queues::Init_Ok_Event ready;
-    ready.dest = queues::main;
-    queue.send(ready);
-
-    const char* entries = std::getenv("TAVREL_TEST_GENERATE");
-    std::istringstream list(entries != nullptr ? entries : "");
-    for (std::string entry; list >> entry;) generate(entry);
-
-    bool stopping = false;
-    for (;;) {
-      std::unique_ptr<queues::event> e = queue.next_event();
-      if (!e) {
-        if (!queue.is_at_end(queues::main)) continue;
-        queues::set_log_queue(nullptr);
-        messenger.completeShutdown();
-        return 0;
-      }
-      if (e->type_index == queues::SYS_EXIT && !stopping) {
-        stopping = true;
-        queue.shutdown();
-      }
-    }
-  } catch (const error::Exception& e) {
-    queues::set_log_queue(nullptr);
-    std::fprintf(stderr, "Caught: %s\n", e.text().c_str());
-    return 1;
-  }
+  return run_test_child(
+      [](queues::childqueue& queue) {
+        set_log_mask(static_cast<uint32_t>(queues::server_configuration().log_mask));
+        queues::Init_Ok_Event ready;
+        ready.dest = queues::main;
+        queue.send(ready);
+        const char* entries = std::getenv("TAVREL_TEST_GENERATE");
+        std::istringstream list(entries != nullptr ? entries : "");
+        for (std::string entry; list >> entry;) generate(entry);
+      },
+      {});
 }
