@@ -9,27 +9,19 @@
 
 namespace control {
 
-// Event 15 GET_METRIC: the path of names from the root group down.
-struct Get_Metric_Data {
+// Events 15 GET_METRIC and 22 GET_METRIC_TYPE: the path of names from the
+// root group down.
+struct Metric_Path_Data {
   std::vector<std::string> id;
 
   template <class Self, class V>
   static void visit(Self& s, V& v) {
     v("id", s.id);
   }
-  bool operator==(const Get_Metric_Data&) const = default;
+  bool operator==(const Metric_Path_Data&) const = default;
 };
-
-// Event 22 GET_METRIC_TYPE: the path, as for GET_METRIC.
-struct Get_Metric_Type_Data {
-  std::vector<std::string> id;
-
-  template <class Self, class V>
-  static void visit(Self& s, V& v) {
-    v("id", s.id);
-  }
-  bool operator==(const Get_Metric_Type_Data&) const = default;
-};
+using Get_Metric_Data = Metric_Path_Data;
+using Get_Metric_Type_Data = Metric_Path_Data;
 
 // Event 19 RETURN_METRIC_TIMING.
 struct Return_Metric_Timing_Data {

@@ -4,6 +4,7 @@
 
 #include "base/error.h"
 #include "base/log.h"
+#include "reporter/property_values.h"
 #include "tql/decode.h"
 
 namespace {
@@ -17,14 +18,6 @@ constexpr int32_t kAlertScore = 506;
 constexpr int32_t kIncludeConfig = 335;
 constexpr int32_t kHideSectionLevel = 337;
 constexpr int32_t kHideSectionThreshold = 338;
-
-// The value of a set property of kind K, or null.
-template <int32_t K>
-const typename tql::property_kind_t<K>::value_type* valueOf(const tql::patch_t& report,
-                                                            int32_t number) {
-  const auto* p = dynamic_cast<const tql::property_kind_t<K>*>(report.find_property(number));
-  return p != nullptr && !p->is_null ? &p->value : nullptr;
-}
 
 // True unless the property is a set boolean that says false.
 bool flag(const tql::patch_t& report, int32_t number) {

@@ -7,9 +7,10 @@
 #include "base/time_value.h"
 #include "queues/events.h"
 #include "queues/tql_operations.h"
+#include "reporter/generation.h"
+#include "reporter/property_values.h"
 #include "reporter/schedule.h"
 #include "reporter/surplus_instances.h"
-#include "reporter/generation.h"
 #include "tql/catalogue.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
@@ -26,17 +27,18 @@ dbms::Tql_Select_Data subscription(std::unique_ptr<tql::pattern_t> pattern, int3
   return s;
 }
 
-void trace(const std::string& text) {
-  if (log_tracing()) log(text, kLogTrace);
-}
+void append(std::string& text, const char* part) { text += part; }
+void append(std::string& text, const tql::id_t& id) { text += id.text(); }
+void append(std::string& text, int64_t n) { text += std::to_string(n); }
 
-// The value of a set property of kind K, or null when it is missing, null
-// or of another kind.
-template <int32_t K>
-const typename tql::property_kind_t<K>::value_type* value_of(const tql::patch_t& object,
-                                                             int32_t number) {
-  const auto* p = dynamic_cast<const tql::property_kind_t<K>*>(object.find_property(number));
-  return p != nullptr && !p->is_null ? &p->value : nullptr;
+// A trace message of texts, ids and numbers, put together only when tracing
+// is on.
+template <class... Parts>
+void trace(const Parts&... parts) {
+  if (!log_tracing()) return;
+  std::string text;
+  (append(text, parts), ...);
+  log(text, kLogTrace);
 }
 
 uint32_t required_uint(const tql::patch_t& object, int32_t number) {
@@ -67,7 +69,7 @@ class ReportTreatment {
       : report_(report), actions_(actions) {}
 
   void run() {
-    trace("Got a report, id=" + report_.id.text());
+    trace("Got a report, id=", report_.id);
     for (const tql::patch_t& child : report_.children) {
       if (child.class_ == kReportInstanceClass) treat_instance(child);
     }
@@ -79,8 +81,8 @@ class ReportTreatment {
 
  private:
   void treat_instance(const tql::patch_t& instance) {
-    trace("  Got an instance, id=" + instance.id.text());
-    const int64_t* order_time = value_of<17>(instance, kPropOrderTime);
+    trace("  Got an instance, id=", instance.id);
+    const int64_t* order_time = valueOf<17>(instance, kPropOrderTime);
     uint32_t worker = required_uint(instance, kPropWorkerNode);
     if (order_time != nullptr) by_order_time_.emplace(*order_time, SeenInstance{&instance, worker});
     if (worker != 0) {
@@ -94,7 +96,7 @@ class ReportTreatment {
     }
     trace("Instance is completely generated");
     if (order_time != nullptr && *order_time > last_) last_ = *order_time;
-    const uint32_t* progress = value_of<20>(instance, kPropProgress);
+    const uint32_t* progress = valueOf<20>(instance, kPropProgress);
     if (progress == nullptr) {
       log("Progress not found in report issue " + instance.id.text());
       return;
@@ -128,12 +130,12 @@ class ReportTreatment {
         return;
       }
     }
-    trace("Last: " + std::to_string(last_) + ", next: " + std::to_string(next));
+    trace("Last: ", last_, ", next: ", next);
     if (next != 0) actions_.schedule(report_.id, report_.version, next);
   }
 
   void treat_order(const tql::patch_t& order) {
-    trace("  Sporadic order, id=" + order.id.text());
+    trace("  Sporadic order, id=", order.id);
     const tql::property_t& p = order.property(kPropOrderTime);
     const auto* date = dynamic_cast<const tql::property_date_t*>(&p);
     TAVREL_ASSERT(date != nullptr, "checked_cast failed, property kind " +
