@@ -5,12 +5,9 @@
 //   4. logs "event NAME from QUEUE" for each further event, and on SYS_EXIT
 //      shuts down;
 //   5. ends with 0 after the parent's end of stream, 1 on an exception.
-#include <cstdio>
-
-#include "base/error.h"
 #include "base/log.h"
 #include "base/meter.h"
-#include "io/sibling_messenger.h"
+#include "host/test_child.h"
 #include "queues/childqueue.h"
 #include "queues/event_names.h"
 #include "queues/qdialog.h"
@@ -29,38 +26,16 @@ uint64_t noblockings() {
 }  // namespace
 
 int main() {
-  meter::open_registry();
-  try {
-    io::SiblingMessenger messenger(12, "smem");
-    queues::childqueue queue(messenger);
-    queues::set_global_queue(&queue);
-    queues::set_log_queue(&queue);
-
-    log("config: " + queues::server_configuration().mail_server);
-    // Two dialogs back to back, so that their numbers follow each other.
-    int32_t first = tql::delete_object(tql::id_t{0, 1, 5}, tql::version_t{3, 4});
-    int32_t second = tql::delete_object(tql::id_t{0, 1, 5}, tql::version_t{3, 4});
-    log("delete status " + std::to_string(first) + ", " + std::to_string(second));
-    log("noblockings: " + std::to_string(noblockings()));
-
-    bool stopping = false;
-    for (;;) {
-      std::unique_ptr<queues::event> e = queue.next_event();
-      if (!e) {
-        if (!queue.is_at_end(queues::main)) continue;
-        queues::set_log_queue(nullptr);
-        messenger.completeShutdown();
-        return 0;
-      }
-      log("event " + queues::event_name(e->type_index) + " from " + queues::queue_name(e->dest));
-      if (e->type_index == queues::SYS_EXIT && !stopping) {
-        stopping = true;
-        queue.shutdown();
-      }
-    }
-  } catch (const error::Exception& e) {
-    queues::set_log_queue(nullptr);
-    std::fprintf(stderr, "Caught: %s\n", e.text().c_str());
-    return 1;
-  }
+  return run_test_child(
+      [](queues::childqueue&) {
+        log("config: " + queues::server_configuration().mail_server);
+        // Two dialogs back to back, so that their numbers follow each other.
+        int32_t first = tql::delete_object(tql::id_t{0, 1, 5}, tql::version_t{3, 4});
+        int32_t second = tql::delete_object(tql::id_t{0, 1, 5}, tql::version_t{3, 4});
+        log("delete status " + std::to_string(first) + ", " + std::to_string(second));
+        log("noblockings: " + std::to_string(noblockings()));
+      },
+      [](const queues::event& e) {
+        log("event " + queues::event_name(e.type_index) + " from " + queues::queue_name(e.dest));
+      });
 }

@@ -3,6 +3,7 @@
 #include "host/select_eval.h"
 #include "host/store_errors.h"
 #include "host/store_series_read.h"
+#include "tql/catalogue.h"
 #include "tql/errors.h"
 
 namespace host {
@@ -39,6 +40,12 @@ dbms::Return_Tql_Select_Data Database::select(const dbms::Tql_Select_Data& reque
 }
 
 dbms::Return_Tql_Create_Data Database::create(const dbms::Tql_Create_Data& request) {
+  if (failing_creates_.count(request.class_) != 0) {
+    dbms::Return_Tql_Create_Data reply;
+    reply.status = kInjectedFailure;
+    reply.details = detail("Injected failure: creates of " + tql::class_name(request.class_) + " fail");
+    return reply;
+  }
   ChangeResult r = objects_.create(request.parent_id, request.class_,
                                    checked_properties(request.properties), request.new_id);
   dbms::Return_Tql_Create_Data reply;
@@ -50,6 +57,13 @@ dbms::Return_Tql_Create_Data Database::create(const dbms::Tql_Create_Data& reque
 }
 
 dbms::Return_Tql_Update_Data Database::update(const dbms::Tql_Update_Data& request) {
+  const StoredObject* target = objects_.find(request.id);
+  if (target != nullptr && failing_updates_.count(target->class_) != 0) {
+    dbms::Return_Tql_Update_Data reply;
+    reply.status = kInjectedFailure;
+    reply.details = detail("Injected failure: updates of " + tql::class_name(target->class_) + " fail");
+    return reply;
+  }
   ChangeResult r =
       objects_.update(request.id, request.version, checked_properties(request.properties));
   dbms::Return_Tql_Update_Data reply;

@@ -13,6 +13,8 @@
 // ignores the subscription bit of `flags`. Not thread safe.
 #pragma once
 
+#include <set>
+
 #include "dbms/tql_records.h"
 #include "dbms/tsdb_records.h"
 #include "host/store_objects.h"
@@ -55,10 +57,22 @@ class Database {
   int32_t subscription_fault() const { return subscription_fault_; }
   void set_subscription_fault(int32_t status) { subscription_fault_ = status; }
 
+  // Test switches (the world's `faults`): every create, or every update, of
+  // an object of `class_` fails with kInjectedFailure and the detail
+  // "Injected failure: creates of CLASS fail" ("updates of"), so that tests
+  // can fail a report's generation at a chosen step.
+  static constexpr int32_t kInjectedFailure = 10;
+  void fail_creates_of(int32_t class_) { failing_creates_.insert(class_); }
+  void fail_updates_of(int32_t class_) { failing_updates_.insert(class_); }
+  const std::set<int32_t>& failing_creates() const { return failing_creates_; }
+  const std::set<int32_t>& failing_updates() const { return failing_updates_; }
+
  private:
   ObjectStore objects_;
   SeriesStore series_;
   int32_t subscription_fault_ = 0;
+  std::set<int32_t> failing_creates_;
+  std::set<int32_t> failing_updates_;
 };
 
 }  // namespace host

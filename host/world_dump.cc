@@ -37,6 +37,12 @@ Json series_json(const SeriesStore::Key& key, const Series& series) {
           {"records", std::move(records)}};
 }
 
+Json class_names(const std::set<int32_t>& classes) {
+  Json names = Json::array();
+  for (int32_t c : classes) names.push_back(tql::class_name(c));
+  return names;
+}
+
 }  // namespace
 
 Json dump_world(const Database& db, const control::Server_Configuration_Fields& config) {
@@ -49,8 +55,10 @@ Json dump_world(const Database& db, const control::Server_Configuration_Fields& 
   for (const auto& [key, s] : db.series().all()) series.push_back(series_json(key, s));
   world["series"] = std::move(series);
   if (db.subscription_fault() != 0) {
-    world["faults"] = {{"subscription_status", db.subscription_fault()}};
+    world["faults"]["subscription_status"] = db.subscription_fault();
   }
+  if (!db.failing_creates().empty()) world["faults"]["fail_create"] = class_names(db.failing_creates());
+  if (!db.failing_updates().empty()) world["faults"]["fail_update"] = class_names(db.failing_updates());
   return world;
 }
 

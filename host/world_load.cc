@@ -112,14 +112,32 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
 }
 
 void WorldLoader::load_faults(const Json& faults) {
-  check_members(faults, "faults", {"subscription_status"}, "an object with subscription_status");
-  if (!faults.contains("subscription_status")) return;
-  const Json& status = faults["subscription_status"];
-  if (!status.is_number_integer() || status.get<int64_t>() < 0 ||
-      status.get<int64_t>() > INT32_MAX) {
-    throw EWorldError("faults.subscription_status", "expected a status from 0 to 2147483647");
+  check_members(faults, "faults", {"subscription_status", "fail_create", "fail_update"},
+                "an object with subscription_status, fail_create and fail_update");
+  if (faults.contains("subscription_status")) {
+    const Json& status = faults["subscription_status"];
+    if (!status.is_number_integer() || status.get<int64_t>() < 0 ||
+        status.get<int64_t>() > INT32_MAX) {
+      throw EWorldError("faults.subscription_status", "expected a status from 0 to 2147483647");
+    }
+    db_.set_subscription_fault(static_cast<int32_t>(status.get<int64_t>()));
   }
-  db_.set_subscription_fault(static_cast<int32_t>(status.get<int64_t>()));
+  for (const char* kind : {"fail_create", "fail_update"}) {
+    if (!faults.contains(kind)) continue;
+    const Json& classes = faults[kind];
+    const std::string at = std::string("faults.") + kind;
+    if (!classes.is_array()) throw EWorldError(at, "expected an array of class names");
+    for (size_t i = 0; i < classes.size(); ++i) {
+      const std::string path = at + "[" + std::to_string(i) + "]";
+      if (!classes[i].is_string()) throw EWorldError(path, "expected a class name");
+      const int32_t number = class_number(classes[i].get<std::string>(), path);
+      if (kind == std::string("fail_create")) {
+        db_.fail_creates_of(number);
+      } else {
+        db_.fail_updates_of(number);
+      }
+    }
+  }
 }
 
 void WorldLoader::reserve_ids(const Json& object, const std::string& path, int depth) {

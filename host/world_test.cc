@@ -212,6 +212,43 @@ TEST(WorldLoadTest, FaultsLoadDumpAndRefuseBadValues) {
   EXPECT_EQ("faults.other: unknown member", load_error(R"({"faults": {"other": 1}})"));
 }
 
+TEST(WorldLoadTest, FailingCreatesAndUpdatesLoadDumpAndFail) {
+  Loaded w;
+  load_world_text(R"({"objects": {"class": "Domain", "id": "0.1",
+                                  "children": [{"class": "Node", "id": "0.1.5"}]},
+                      "faults": {"fail_create": ["ReportResultGraph"], "fail_update": ["Node"]}})",
+                  w.db, w.config);
+  dbms::Tql_Create_Data create;
+  create.parent_id = tql::id_t{0, 1};
+  create.class_ = 41;  // ReportResultGraph
+  dbms::Return_Tql_Create_Data created = w.db.create(create);
+  EXPECT_EQ(Database::kInjectedFailure, created.status);
+  ASSERT_EQ(1u, created.details.size());
+  EXPECT_EQ("Injected failure: creates of ReportResultGraph fail", created.details.front().msg);
+  create.class_ = 39;  // ReportResultFolder: not failing
+  EXPECT_EQ(0, w.db.create(create).status);
+  dbms::Tql_Update_Data update;
+  update.id = tql::id_t{0, 1, 5};
+  update.version = w.db.objects().find(update.id)->version;
+  EXPECT_EQ(Database::kInjectedFailure, w.db.update(update).status);
+  update.id = tql::kRootId;
+  update.version = w.db.objects().find(update.id)->version;
+  EXPECT_EQ(0, w.db.update(update).status);
+
+  const Json dumped = dump_world(w.db, w.config);
+  EXPECT_EQ(Json::parse(R"({"fail_create": ["ReportResultGraph"], "fail_update": ["Node"]})"),
+            dumped["faults"]);
+  Loaded again;
+  load_world_text(dumped.dump(), again.db, again.config);
+  EXPECT_EQ(w.db.failing_creates(), again.db.failing_creates());
+  EXPECT_EQ(w.db.failing_updates(), again.db.failing_updates());
+
+  EXPECT_EQ("faults.fail_create: expected an array of class names",
+            load_error(R"({"faults": {"fail_create": "Node"}})"));
+  EXPECT_EQ("faults.fail_update[0]: expected a class name",
+            load_error(R"({"faults": {"fail_update": [4]}})"));
+}
+
 TEST(WorldLoadTest, SyntaxErrorsAndMissingFilesAreWorldErrors) {
   EXPECT_EQ(0u, load_error(R"({"objects": )").find("not valid JSON: "));
   Loaded w;
