@@ -11,6 +11,7 @@
 #include "analysis/schema.h"
 #include "base/fatal.h"
 #include "tql/catalogue.h"
+#include "tql/decode.h"
 
 namespace {
 
@@ -61,7 +62,9 @@ void writeEntry(RowSink& rows, const tql::id_t& folder, const tql::patch_t& entr
                 const std::map<tql::id_t, tql::patch_t>& targets) {
   if (entry.class_ == schema::kLogCheckRuleComment) {
     if (const tql::property_t* text = setProperty(entry, schema::kText)) {
-      rows.row(folder, "", "# " + text->text(), {});
+      std::string value;
+      tql::decode_string_or_text(*text, value);
+      rows.row(folder, "", "# " + value, {});
     }
     return;
   }
