@@ -1,7 +1,7 @@
 #include "analysis/incident_log.h"
 
 #include "analysis/result_objects.h"
-#include "analysis/row_texts.h"
+#include "analysis/check_log.h"
 #include "queues/qdialog.h"
 
 bool isConfigurationChange(const std::string& msg) {
@@ -45,9 +45,7 @@ void addIncidentLog(const ResolvedIssue& issue, const tql::id_t& folder, const t
   request.count = 40;
   request.offset = 0;
   dbms::Return_TSDB_Get_Data_Data reply = queues::tsdb_get_data(request);
-  const std::string name =
-      periodText("Incidents on the host from start of monitoring to ",
-                 "Incidents on the host from ", issue.start, issue.duration, timeZone);
+  const std::string name = "Incidents on the host from " + periodText(issue, timeZone);
   dbms::TSDB_Put_Data_Data put;
   put.data = keptIncidents(report_flags(), std::move(reply.data));
   put.id = addLog(folder, name);

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/row_texts.h"
+#include "analysis/check_log.h"
 
 namespace {
 
@@ -86,12 +86,12 @@ TEST(KeptIncidents, InOrderOfTheReply) {
 
 TEST(PeriodText, FromTheStartOfMonitoringOrThePeriod) {
   const zone_t gmt = timeZoneValue(0);
-  EXPECT_EQ("Incidents on the host from start of monitoring to 2023-11-14 22:13:20",
-            periodText("Incidents on the host from start of monitoring to ",
-                       "Incidents on the host from ", 0, 1700000000, gmt));
-  EXPECT_EQ("Incidents on the host from 2023-11-14 22:13:20 to 2023-11-14 23:13:20",
-            periodText("Incidents on the host from start of monitoring to ",
-                       "Incidents on the host from ", 1700000000, 3600, gmt));
+  ResolvedIssue issue;
+  issue.duration = 1700000000;
+  EXPECT_EQ("start of monitoring to 2023-11-14 22:13:20", periodText(issue, gmt));
+  issue.start = 1700000000;
+  issue.duration = 3600;
+  EXPECT_EQ("2023-11-14 22:13:20 to 2023-11-14 23:13:20", periodText(issue, gmt));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "analysis/object_values.h"
 #include "tql/patch.h"
 #include "tql/property.h"
 
@@ -13,12 +14,6 @@ struct LabelledProperty {
   const char* label;
   int32_t property;
 };
-
-// The property when the object has it and it is not null, else null.
-inline const tql::property_t* setProperty(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = object.find_property(number);
-  return p != nullptr && !p->is_null ? p : nullptr;
-}
 
 inline bool isSet(const tql::patch_t& object, int32_t number) {
   return setProperty(object, number) != nullptr;

@@ -34,13 +34,6 @@ Percentages percentagesOf(const IssueStats& s) {
           share(d(s.sum_unknown_time), t, 0.0)};
 }
 
-std::string periodText(const std::string& fromZero, const std::string& fromStart, int64_t start,
-                       int64_t duration, zone_t zone) {
-  const std::string end = time2str(start + duration, zone);
-  if (start == 0) return fromZero + end;
-  return fromStart + time2str(start, zone) + " to " + end;
-}
-
 std::string alertStrategyText(const uint32_t* strategy) {
   static const char* const kWords[] = {"Immediate", "ScoreKeeper"};
   return strategy == nullptr ? "unknown" : pick(kWords, *strategy, "unknown");

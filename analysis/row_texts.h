@@ -22,13 +22,6 @@ struct Percentages {
 };
 Percentages percentagesOf(const IssueStats& stats);
 
-// The period of a report in a row or log name: `fromZero` and the end when
-// `start` is 0 (the start of monitoring), else `fromStart`, the start,
-// " to " and the end. The end is start + duration; times as time2str in
-// `zone`.
-std::string periodText(const std::string& fromZero, const std::string& fromStart, int64_t start,
-                       int64_t duration, zone_t zone);
-
 // `alertStrategy`: "Immediate" for 0, "ScoreKeeper" for 1, "unknown" for
 // anything else (no value at all included).
 std::string alertStrategyText(const uint32_t* strategy);

@@ -1,5 +1,18 @@
 #include "reporter/generation.h"
 
-// The generation driver is not built yet: every order produces nothing, which
-// the callers already handle (an empty id means "no report").
-tql::id_t generate_report(tql::id_t, tql::version_t, TimeValue) { return tql::id_t{}; }
+#include "base/error.h"
+#include "queues/report_incident.h"
+#include "reporter/generation_run.h"
+
+tql::id_t generate_report(tql::id_t report_id, tql::version_t report_version,
+                          TimeValue order_time) {
+  try {
+    GenerationRun generation(report_id, report_version, order_time);
+    return generation.run();
+  } catch (const error::Exception& e) {
+    // Only this line's own failure leaves: a database that is gone.
+    queues::report_incident(report_id, queues::kIncidentFailure,
+                            "Generation of report failed: " + e.text(), TimeValue::now());
+    return tql::id_t{};
+  }
+}

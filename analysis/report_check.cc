@@ -1,0 +1,170 @@
+// ReportSingleRawIssue: one check's folder, analysis, rows and chart.
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "analysis/check_analysis.h"
+#include "analysis/check_configuration.h"
+#include "analysis/check_log.h"
+#include "analysis/check_series.h"
+#include "analysis/generation_context.h"
+#include "analysis/object_values.h"
+#include "analysis/report_issue.h"
+#include "analysis/result_graph.h"
+#include "analysis/result_objects.h"
+#include "analysis/summary_rows.h"
+#include "analysis/walk_schema.h"
+#include "analysis/walk_trace.h"
+#include "tql/decode.h"
+
+namespace {
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr int32_t kChartPoints = 438;
+
+bool hasSummaryRows(int32_t dataType) {
+  return dataType == tsdb::kUptime || dataType == tsdb::kEnum || dataType == tsdb::kContinuous ||
+         dataType == tsdb::kAccumulation;
+}
+
+// A plot bound: the check's own, else (when below 0 and the report doesn't
+// scale automatically) the check's range.
+double plotBound(const tql::patch_t& check, int32_t plot, int32_t range) {
+  double bound = scalarOr(check, plot, -1.0);
+  if (bound < 0.0 && !report_flags().graphAutoScale) bound = scalarOr(check, range, bound);
+  return bound;
+}
+
+}  // namespace
+
+ReportSingleRawIssue::ReportSingleRawIssue(const tql::patch_t& object, const ResolvedIssue& issue,
+                                           uint32_t depth)
+    : ReportIssue(issue, depth),
+      object(object),
+      warnAbove(kNaN),
+      warnBelow(kNaN),
+      alertAbove(kNaN),
+      alertBelow(kNaN),
+      rangeMin(kNaN),
+      rangeMax(kNaN) {}
+
+void ReportSingleRawIssue::analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
+                                   IssueStats& parentStats, int64_t& firstSample,
+                                   zone_t timeZone) {
+  traceId("Analysing checks for check ", object.id);
+  stats.explanationFolder = parentStats.explanationFolder;
+  label = stringOr(object, walk::kLongLabel, "<no name>");
+  const tql::id_t folder = addFolder(parentFolder, walk::kCheckFolder, label, object.id);
+  if (issue->kind == 5) {
+    analyseConfiguration(object, folder, report_tree_root(), timeZone);
+    status = 0;
+    return;
+  }
+  analyseData(folder, intervals, parentStats, firstSample, timeZone);
+}
+
+void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSet& intervals,
+                                       IssueStats& parentStats, int64_t& firstSample,
+                                       zone_t timeZone) {
+  const int64_t end = issue->start + issue->duration;
+  dbms::Return_TSDB_Get_Data_Data reply =
+      fetchSeries(object.id, tsdb::kTsdbIndex, true, issue->start, end, 0);
+  if (reply.data.empty()) {
+    if (log_tracing()) log("No statistics data for check. Ignoring check.", kLogTrace);
+    addRow(folder, "",
+           "Notice: statistics graph is missing, since no data for analysis were available.", {});
+    return;
+  }
+  const int32_t dataType = reply.data_type;
+  unit.clear();
+  if (const tql::property_t* p = setProperty(object, walk::kUnit)) tql::decode_blob(*p, unit);
+  rangeMin = scalarOr(object, walk::kRangeMin, kNaN);
+  rangeMax = scalarOr(object, walk::kRangeMax, kNaN);
+  if (issue->wantSummary && dataType != tsdb::kIncidentLog) {
+    addRow(folder, "",
+           (issue->start == 0 ? "Statistics from " : "Statistics during period ") +
+               periodText(*issue, timeZone),
+           {});
+  }
+  const int64_t lastFirst = runIntervals(dataType, reply.data, intervals, firstSample);
+  reply.data.clear();  // Only one check's data is held at a time.
+  if (hasSummaryRows(dataType)) {
+    addSummaryRows(*issue, folder, stats);
+  } else if (dataType != tsdb::kIncidentLog) {
+    log("Cannot output datatype " + std::to_string(dataType));
+  }
+  stats.worst = stats.availability();
+  stats.worstFolder = folder;
+  stats.worstName = label;
+  stats.checks = 1;
+  if (dataType != tsdb::kIncidentLog) parentStats.merge(stats);
+  if (issue->kind == 1 && !issue->wantGraph) {
+    status = 0;
+    return;
+  }
+  storeSeries(folder, dataType, lastFirst, timeZone);
+  hideIfWanted(folder, stats.availability());
+  status = 0;
+}
+
+int64_t ReportSingleRawIssue::runIntervals(int32_t dataType,
+                                           const std::vector<tsdb::interval_ptr>& samples,
+                                           const IntervalSet& intervals, int64_t& firstSample) {
+  CheckAnalysis analysis(object, issue->start == 0, stats);
+  std::vector<ContinuousSample*> continuous;
+  std::vector<EnumSample*> enums;
+  if (dataType == tsdb::kEnum) {
+    enums = castSamples<EnumSample>(samples);
+  } else if (hasSummaryRows(dataType)) {
+    continuous = castSamples<ContinuousSample>(samples);
+  }
+  int64_t first = 0;
+  for (const Interval& interval : intervals) {
+    switch (dataType) {
+      case tsdb::kUptime: first = analysis.analyseUptime(continuous, interval); break;
+      case tsdb::kEnum: first = analysis.analyseEnum(enums, interval); break;
+      case tsdb::kIncidentLog: first = analyseIncidents(samples, interval); break;
+      case tsdb::kContinuous: first = analysis.analyseContinuous(continuous, interval); break;
+      case tsdb::kAccumulation: first = analysis.analyseAccumulation(continuous, interval); break;
+      default:
+        log("Cannot analyse datatype " + std::to_string(dataType));
+        first = 0;
+    }
+    firstSample = std::min(firstSample, first);
+  }
+  const Thresholds& t = analysis.thresholds();
+  warnAbove = t.warnAbove;
+  warnBelow = t.warnBelow;
+  alertAbove = t.alertAbove;
+  alertBelow = t.alertBelow;
+  return first;
+}
+
+void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType,
+                                       int64_t lastFirst, zone_t timeZone) {
+  const int64_t fetchStart = issue->start != 0 ? issue->start : lastFirst;
+  if (dataType == tsdb::kIncidentLog) {
+    storeCheckLog(*issue, folder, object.id, fetchStart, timeZone);
+    return;
+  }
+  const ReportFlags& flags = report_flags();
+  GraphSettings settings;
+  settings.dataType = dataType;
+  settings.unit = unit;
+  settings.alertAbove = alertAbove;
+  settings.warnAbove = warnAbove;
+  settings.alertBelow = alertBelow;
+  settings.warnBelow = warnBelow;
+  settings.showMinMax = flags.graphShowMinMax;
+  settings.showNoResponse = flags.graphShowNoResponse;
+  settings.plotMin = plotBound(object, walk::kPlotMin, walk::kRangeMin);
+  settings.plotMax = plotBound(object, walk::kPlotMax, walk::kRangeMax);
+  settings.tabular = dataType == tsdb::kEnum ? flags.graphTabularEnum : flags.graphTabularUptime;
+  const tql::id_t graph = addGraph(folder, "Statistics", settings, object);
+  dbms::Return_TSDB_Get_Data_Data chart = fetchSeries(
+      object.id, tsdb::kTsdbIndex, false, fetchStart, issue->start + issue->duration, kChartPoints);
+  // A series that vanished between the two fetches leaves the graph empty.
+  if (!chart.data.empty()) {
+    putSeries(graph, tsdb::kTsdbIndex, chart.data_type, std::move(chart.data));
+  }
+}

@@ -1,0 +1,70 @@
+// ReportHost: a node's folder, its selected checks in post-order, its rows
+// and its incident log.
+#include "analysis/check_configuration.h"
+#include "analysis/generation_context.h"
+#include "analysis/incident_log.h"
+#include "analysis/object_values.h"
+#include "analysis/property_order.h"
+#include "analysis/report_issue.h"
+#include "analysis/result_objects.h"
+#include "analysis/summary_rows.h"
+#include "analysis/walk_schema.h"
+#include "analysis/walk_trace.h"
+
+void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
+                         IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
+  traceId("Analysing host ", object.id);
+  std::unique_ptr<tql::patch_t> tree = selector.select(object);
+  if (!tree || issue->kind == 4) {
+    status = 0;
+    return;
+  }
+  const std::string label = stringOr(*tree, walk::kLongLabel, "\"Unknown\"");
+  const tql::id_t folder = addFolder(parentFolder, walk::kNodeFolder, label, object.id);
+  IssueStats stats;
+  stats.explanationFolder = parentStats.explanationFolder;
+  descend(*tree, folder, intervals, stats, firstSample, timeZone);
+  if (log_tracing()) {
+    log("Return from descend from host " + label + " gave total time " +
+            std::to_string(stats.sum_total_time),
+        kLogTrace);
+  }
+  if (issue->wantSummary && issue->kind == 1) {
+    addAvailabilityRows(*issue, folder, stats, "Worst check availability is ");
+  }
+  if (stats.checks != 0) {
+    // For the level above a node is one item with its total availability.
+    IssueStats asItem = stats;
+    asItem.worst = stats.availability();
+    asItem.worstFolder = folder;
+    asItem.worstName = label;
+    parentStats.merge(asItem);
+  }
+  if (issue->wantIncidents && (issue->kind == 1 || issue->kind == 2)) {
+    addIncidentLog(*issue, folder, object.id, timeZone);
+  }
+  if (issue->wantSummary && issue->kind == 5) {
+    addNodeConfiguration(folder, *tree, report_tree_root(), timeZone);
+  }
+  hideIfWanted(folder, stats.worst);
+  progress.advance(1);
+  status = 0;
+}
+
+void ReportHost::descend(const tql::patch_t& from, const tql::id_t& folder,
+                         const IntervalSet& intervals, IssueStats& stats, int64_t& firstSample,
+                         zone_t timeZone) {
+  if (issue->kind == 2) {
+    traceId("Not descending from ", from.id);
+    return;
+  }
+  traceId("Descending from ", from.id);
+  for (const tql::patch_t* child : sortedChildren(from)) {
+    traceId("Got object ", child->id);
+    descend(*child, folder, intervals, stats, firstSample, timeZone);
+    if (child->tags.count(0) != 0) {
+      ReportSingleRawIssue check(*child, *issue, depth + 1);
+      check.analyse(folder, intervals, stats, firstSample, timeZone);
+    }
+  }
+}

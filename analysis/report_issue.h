@@ -1,0 +1,110 @@
+// The issue tree: one short-lived object per visited domain, node and
+// check, each writing its own level's result objects and handing its sums
+// to the level above. The walk catches nothing: database failures leave
+// through every level to the generation driver, and what was created stays.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "analysis/check_selector.h"
+#include "analysis/interval_set.h"
+#include "analysis/issue_stats.h"
+#include "analysis/progress.h"
+#include "analysis/resolved_issue.h"
+#include "base/zone.h"
+#include "tql/patch.h"
+#include "tsdb/interval.h"
+
+class ReportIssue {
+ public:
+  // Writes this level's results under `parentFolder`, analysing each
+  // interval of `intervals`, merges this level's sums into `parentStats`,
+  // and lowers `firstSample` to the first sample found. Raises errors::tql
+  // and what the dialogs raise.
+  virtual void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
+                       IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) = 0;
+  virtual ~ReportIssue() = default;
+  ReportIssue(const ReportIssue&) = delete;
+  ReportIssue& operator=(const ReportIssue&) = delete;
+
+  int status = 2;  // 2 while this level's analysis runs, 0 when it has finished.
+
+ protected:
+  ReportIssue(const ResolvedIssue& issue, uint32_t depth) : issue(&issue), depth(depth) {}
+
+  // The hide test: deletes `folder` when this level is at least the
+  // report's hideLevel deep and `value` is at least its hideThreshold (never
+  // for NaN).
+  void hideIfWanted(const tql::id_t& folder, double value) const;
+
+  const ResolvedIssue* issue;  // Shared, not owned.
+  const uint32_t depth;        // 0 for the root domain.
+};
+
+class ReportDomain : public ReportIssue {
+ public:
+  // `object` (the domain with its nodes and subdomains), `selector` and
+  // `progress` are the caller's and outlive this object.
+  ReportDomain(const tql::patch_t& object, const ResolvedIssue& issue, uint32_t depth,
+               CheckSelector& selector, Progress& progress)
+      : ReportIssue(issue, depth), object(object), selector(selector), progress(progress) {}
+  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
+               IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
+
+ private:
+  // Nodes first (sorted by longLabel), then subdomains.
+  void descend(const tql::id_t& folder, const IntervalSet& intervals, IssueStats& stats,
+               int64_t& firstSample, zone_t timeZone);
+
+  const tql::patch_t& object;
+  CheckSelector& selector;
+  Progress& progress;
+};
+
+class ReportHost : public ReportIssue {
+ public:
+  ReportHost(const tql::patch_t& object, const ResolvedIssue& issue, uint32_t depth,
+             CheckSelector& selector, Progress& progress)
+      : ReportIssue(issue, depth), object(object), selector(selector), progress(progress) {}
+  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
+               IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
+
+ private:
+  // Post-order over the selected tree: a child's own children first, then
+  // the child itself when it is a selected check (tag 0).
+  void descend(const tql::patch_t& from, const tql::id_t& folder, const IntervalSet& intervals,
+               IssueStats& stats, int64_t& firstSample, zone_t timeZone);
+
+  const tql::patch_t& object;
+  CheckSelector& selector;
+  Progress& progress;
+};
+
+class ReportSingleRawIssue : public ReportIssue {
+ public:
+  // `object`: the check or check accumulation, with all its properties.
+  ReportSingleRawIssue(const tql::patch_t& object, const ResolvedIssue& issue, uint32_t depth);
+  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
+               IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
+
+ private:
+  void analyseData(const tql::id_t& folder, const IntervalSet& intervals, IssueStats& parentStats,
+                   int64_t& firstSample, zone_t timeZone);
+  // The period row ("Statistics ..."), with the times in `timeZone`.
+  void addPeriodRow(const tql::id_t& folder, zone_t timeZone) const;
+  // Runs the data type's analysis per interval; returns the first sample
+  // time of the last run.
+  int64_t runIntervals(int32_t dataType, const std::vector<tsdb::interval_ptr>& samples,
+                       const IntervalSet& intervals, int64_t& firstSample);
+  // The graph or log with the chart's series (steps 10 to 13).
+  void storeSeries(const tql::id_t& folder, int32_t dataType, int64_t lastFirst, zone_t timeZone);
+
+  const tql::patch_t& object;
+  std::string unit;  // The check's unit blob; empty for none.
+  double warnAbove, warnBelow, alertAbove, alertBelow;  // NaN until loaded.
+  double rangeMin, rangeMax;
+  IssueStats stats;  // This check alone.
+  std::string label;
+};

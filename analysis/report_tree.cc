@@ -1,0 +1,41 @@
+#include "analysis/report_tree.h"
+
+#include "analysis/node_classes.h"
+#include "analysis/object_values.h"
+#include "analysis/selection_patterns.h"
+#include "analysis/walk_schema.h"
+#include "base/fatal.h"
+#include "base/log.h"
+#include "tql/decode.h"
+
+ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelectionRecord>& selections,
+                      uint32_t kind) {
+  ReportTree tree;
+  if (!selections.empty()) {
+    tree.pattern = selectionTreePattern(selections, readNodeClasses());
+    if (kind == 4) {
+      tree.selector = std::make_unique<NoCheckSelector>();
+    } else {
+      tree.selector = std::make_unique<TagCheckSelector>(selections);
+    }
+    return tree;
+  }
+  const tql::property_t* contains = setProperty(report, walk::kContains);
+  if (contains == nullptr) {
+    if (log_tracing()) log("Unable to find contents of template", kLogTrace);
+    return tree;
+  }
+  tql::object_set_t ids;
+  tql::decode_object_set(*contains, ids);
+  tree.pattern = oldStyleTreePattern(ids);
+  tree.selector = std::make_unique<OldStyleCheckSelector>(std::move(ids));
+  return tree;
+}
+
+uint32_t countNodes(const tql::patch_t& tree) {
+  if (tree.class_ == walk::kNode) return 1;
+  TAVREL_ASSERT(tree.class_ == walk::kDomain, "countNodes got neither Domain nor Node");
+  uint32_t sum = 0;
+  for (const tql::patch_t& child : tree.children) sum += countNodes(child);
+  return sum;
+}

@@ -1,0 +1,162 @@
+// The stages of one generation around the analysis: the definition, the
+// instance, the closing and the mail.
+#include "reporter/generation_run.h"
+
+#include <utility>
+
+#include "analysis/generation_context.h"
+#include "analysis/object_values.h"
+#include "analysis/plan.h"
+#include "analysis/walk_schema.h"
+#include "base/log.h"
+#include "email/report_mailing.h"
+#include "queues/report_incident.h"
+#include "queues/tql_operations.h"
+#include "reporter/generation_values.h"
+#include "reporter/report_period.h"
+#include "tql/decode.h"
+#include "tql/errors.h"
+
+namespace {
+
+using Properties = std::vector<tql::property_ptr>;
+
+constexpr int32_t kIssueNodeOriginType = 37;
+constexpr int32_t kDuplicateValue = 4;
+
+void addUint(Properties& p, int32_t number, uint32_t value) {
+  p.emplace_back(tql::make_property<20>(number, value));
+}
+
+void addDate(Properties& p, int32_t number, int64_t value) {
+  p.emplace_back(tql::make_property<17>(number, value));
+}
+
+}  // namespace
+
+GenerationRun::GenerationRun(tql::id_t report_id, tql::version_t report_version,
+                             TimeValue order_time)
+    : report_id_(report_id),
+      report_version_(report_version),
+      order_time_(order_time),
+      started_(TimeValue::now()),
+      zone_(timeZoneValue(kEnvironmentZone)) {}
+
+tql::id_t GenerationRun::run() {
+  if (!prepare()) return {};
+  order_ = nextOrder(*report_);
+  incident(queues::kIncidentProgress, "Generation of report number " + number() + " initiated.");
+  if (!open()) return {};
+  tree_ = reportTree(*report_, selections_, issue_.kind);
+  if (!tree_.pattern) {
+    incident(queues::kIncidentFailure, "Generation of report number " + number() +
+                                           " aborted. Unable to find template content.");
+    return {};
+  }
+  std::unique_ptr<tql::patch_t> tree = tql::select_one(
+      definition_->owner_domain, std::move(tree_.pattern), 0, *queues::global_queue());
+  first_sample_ = TimeValue::now().seconds;
+  analysis_failed_ = false;
+  analyseGuarded(tree.get());
+  tree.reset();
+  if (!close()) return {};
+  if (analysis_failed_) {
+    incident(queues::kIncidentFailure, "Analysis of report number " + number() + " failed.");
+    return {};
+  }
+  incident(queues::kIncidentProgress, "Generation of report number " + number() + " done.");
+  mail_report(destinationAddresses(*report_), instance_id_, report_id_);
+  log("Done generating report " + definition_->pathText() + ": " +
+      stringOr(*report_, walk::kTreeLabel, ""));
+  return instance_id_;
+}
+
+bool GenerationRun::prepare() {
+  definition_ = fetchDefinition(report_id_);
+  if (!definition_) return false;
+  report_ = definition_->report;
+  if (report_->version != report_version_) return false;
+  log("Starting generation of report " + definition_->pathText() + ": " +
+      stringOr(*report_, walk::kTreeLabel, ""));
+  zone_ = reportZone(*report_);
+  Report::resolveIssue(*report_, order_time_.seconds, issue_, zone_);
+  selectionsOf(*report_, selections_);
+  if (issue_.hasPeriod) {
+    const tql::patch_t* plan = firstPlan(*report_);
+    if (plan != nullptr && log_tracing()) log("Got a plan", kLogTrace);
+    intervals_ = reportIntervals(plan, issue_.start, issue_.duration);
+  }
+  readReportFlags(*report_, report_flags());
+  return true;
+}
+
+bool GenerationRun::open() {
+  Properties p;
+  p.emplace_back(tql::make_property<10>(
+      walk::kIssueNode,
+      tql::object_ref_t{definition_->owner_domain, tql::origin_t{{}, {}, kIssueNodeOriginType}}));
+  p.emplace_back(tql::make_string_property(walk::kName, stringOr(*report_, walk::kName, "")));
+  addDate(p, walk::kStartTime, issue_.start);
+  addUint(p, walk::kDuration, static_cast<uint32_t>(issue_.duration));
+  addDate(p, walk::kDate, started_.seconds);
+  addDate(p, walk::kOrderTime, order_time_.seconds);
+  addUint(p, walk::kProgress, 1);
+  addUint(p, walk::kWorkerNode, 1);
+  addUint(p, walk::kOrder, order_);
+  try {
+    instance_id_ = tql::create_object(report_id_, walk::kReportInstance, std::move(p), 0).new_id;
+  } catch (const errors::tql& e) {
+    if (e.code() == kDuplicateValue) return false;
+    throw;
+  }
+  Properties order;
+  addUint(order, walk::kOrder, order_);
+  tql::update_object(report_id_, report_->version, std::move(order), 0);
+  return true;
+}
+
+bool GenerationRun::close() {
+  std::unique_ptr<tql::patch_t> instance =
+      tql::get_object(instance_id_, walk::kReportInstance, *queues::global_queue());
+  if (!instance) {
+    log("Unable to get istance object");
+    return false;
+  }
+  generated_ = TimeValue::now().seconds;
+  Properties p;
+  addUint(p, walk::kWorkerNode, 0);
+  addUint(p, walk::kProgress, 100);
+  addDate(p, walk::kGenerated, generated_);
+  if (!analysis_failed_) {
+    bool autoPublish = true;
+    if (const tql::property_t* q = setProperty(*report_, walk::kAutoPublish)) {
+      tql::decode_boolean(*q, autoPublish);
+    }
+    p.emplace_back(tql::make_boolean_property(walk::kPublic, autoPublish));
+  }
+  if (issue_.hasPeriod && issue_.start == 0) {
+    const int64_t span = issue_.duration - first_sample_;
+    if (span < 0) {
+      log("Oddness: first sample at " + std::to_string(first_sample_) + ", start at " +
+          std::to_string(issue_.start) + " and duration " + std::to_string(issue_.duration));
+    } else {
+      log("Updating report instance start time to " + std::to_string(first_sample_));
+      addDate(p, walk::kStartTime, first_sample_);
+      addUint(p, walk::kDuration, static_cast<uint32_t>(span));
+    }
+  }
+  tql::update_object(instance_id_, instance->version, std::move(p), 0);
+  std::unique_ptr<tql::patch_t> report =
+      tql::get_object(report_id_, walk::kReport, *queues::global_queue());
+  if (report) {
+    Properties r;
+    addDate(r, walk::kLastGenerated, generated_);
+    addUint(r, walk::kProgress, 0);
+    tql::update_object(report_id_, report->version, std::move(r), 0);
+  }
+  return true;
+}
+
+void GenerationRun::incident(uint32_t severity, const std::string& text) const {
+  queues::report_incident(report_id_, severity, text, TimeValue::now());
+}

@@ -1,0 +1,62 @@
+// One run of generate_report: the frame of values that live as long as the
+// call, and its stages. Internal to generation.cc and its parts.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "analysis/interval_set.h"
+#include "analysis/report_selection.h"
+#include "analysis/report_tree.h"
+#include "analysis/resolved_issue.h"
+#include "base/time_value.h"
+#include "base/zone.h"
+#include "reporter/report_definition.h"
+#include "tql/id.h"
+
+class GenerationRun {
+ public:
+  GenerationRun(tql::id_t report_id, tql::version_t report_version, TimeValue order_time);
+  GenerationRun(const GenerationRun&) = delete;
+  GenerationRun& operator=(const GenerationRun&) = delete;
+
+  // The whole generation, without the failure handler: the instance's id,
+  // or an empty id when no report was produced.
+  tql::id_t run();
+
+ private:
+  // Steps 1 to 10: false when the report is gone or its version changed.
+  bool prepare();
+  // The ReportInstance and the raised `order`; false on a duplicate order.
+  bool open();
+  // The analysis of the selected tree under the instance; an
+  // error::Exception is logged and marks analysis_failed_.
+  void analyseGuarded(const tql::patch_t* tree);
+  void analyse(const tql::patch_t& tree);
+  // The instance finished, the report's lastGenerated; false when the
+  // instance is gone.
+  bool close();
+  void incident(uint32_t severity, const std::string& text) const;
+  std::string number() const { return std::to_string(order_); }
+
+  // Constant after construction.
+  const tql::id_t report_id_;
+  const tql::version_t report_version_;
+  const TimeValue order_time_;
+  const TimeValue started_;
+
+  std::unique_ptr<ReportDefinition> definition_;
+  const tql::patch_t* report_ = nullptr;  // In definition_.
+  ResolvedIssue issue_;
+  std::vector<ReportSelectionRecord> selections_;
+  IntervalSet intervals_;
+  zone_t zone_;
+  uint32_t order_ = 0;  // N, the number of this generation.
+  tql::id_t instance_id_;
+  ReportTree tree_;
+  int64_t first_sample_ = 0;
+  int64_t generated_ = 0;
+  bool analysis_failed_ = false;
+};

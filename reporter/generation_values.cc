@@ -1,0 +1,56 @@
+#include "reporter/generation_values.h"
+
+#include "analysis/object_values.h"
+#include "analysis/walk_schema.h"
+#include "base/fatal.h"
+
+void readReportFlags(const tql::patch_t& report, ReportFlags& flags) {
+  readFlag(report, walk::kGraphShowMinMax, flags.graphShowMinMax);
+  readFlag(report, walk::kGraphShowNoResponse, flags.graphShowNoResponse);
+  readFlag(report, walk::kGraphAutoScale, flags.graphAutoScale);
+  readFlag(report, walk::kGraphTabularUptime, flags.graphTabularUptime);
+  readFlag(report, walk::kGraphTabularEnum, flags.graphTabularEnum);
+  readFlag(report, walk::kGoodScore, flags.goodScore);
+  readFlag(report, walk::kWarnScore, flags.warnScore);
+  readFlag(report, walk::kAlertScore, flags.alertScore);
+  readFlag(report, walk::kIncludeConfig, flags.includeConfig);
+}
+
+zone_t reportZone(const tql::patch_t& report) {
+  const auto* zone = dynamic_cast<const tql::property_int_t*>(setProperty(report, walk::kTimeZone));
+  return timeZoneValue(zone != nullptr ? zone->value : kEnvironmentZone);
+}
+
+uint32_t nextOrder(const tql::patch_t& report) {
+  const auto* order = dynamic_cast<const tql::property_uint_t*>(report.find_property(walk::kOrder));
+  TAVREL_ASSERT(order != nullptr, "Couldn't get order property from template");
+  return order->value + 1;
+}
+
+std::vector<std::string> splitAddresses(const std::string& text) {
+  std::vector<std::string> out;
+  std::string current;
+  for (char c : text) {
+    if (c == ';' || c == ',' || c == ':' || c == ' ') {
+      if (!current.empty()) out.push_back(std::move(current));
+      current.clear();
+    } else {
+      current += c;
+    }
+  }
+  if (!current.empty()) out.push_back(std::move(current));
+  return out;
+}
+
+std::vector<std::string> destinationAddresses(const tql::patch_t& report) {
+  const tql::property_t* p = setProperty(report, walk::kDestination);
+  if (p == nullptr) return {};
+  if (const auto* list = dynamic_cast<const tql::property_string_list_t*>(p)) {
+    std::vector<std::string> out;
+    for (const std::string& entry : list->value) {
+      for (std::string& address : splitAddresses(entry)) out.push_back(std::move(address));
+    }
+    return out;
+  }
+  return splitAddresses(stringOr(report, walk::kDestination, ""));
+}

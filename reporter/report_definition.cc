@@ -1,0 +1,85 @@
+#include "reporter/report_definition.h"
+
+#include "analysis/object_values.h"
+#include "analysis/walk_schema.h"
+#include "base/fatal.h"
+#include "queues/tql_operations.h"
+#include "tql/decode.h"
+
+namespace {
+
+using tql::add_next;
+using tql::make_pattern;
+
+constexpr int32_t kAll = tql::kPatternAllProps;
+constexpr int32_t kSelected = tql::kPatternAllProps | tql::kPatternBit4;
+
+std::unique_ptr<tql::pattern_t> planSteps() {
+  auto week = add_next(make_pattern(walk::kWeekPlanner, kAll),
+                       add_next(make_pattern(walk::kDayPlanner, kAll),
+                                make_pattern(walk::kEvent, kAll)));
+  auto plan = add_next(make_pattern(walk::kPlan, kAll),
+                       tql::pattern_list(make_pattern(walk::kExpectedEvent, kAll),
+                                         make_pattern(walk::kUnexpectedEvent, kAll)));
+  return add_next(std::move(plan), std::move(week));
+}
+
+std::unique_ptr<tql::pattern_t> definitionPattern(const tql::id_t& report_id) {
+  auto report = make_pattern(walk::kReport, std::list<tql::condition_t>{tql::id_condition(report_id)},
+                             kSelected);
+  report = add_next(std::move(report), make_pattern(walk::kReportIssue, kAll));
+  report = add_next(std::move(report),
+                    add_next(make_pattern(walk::kReportSelection, kSelected),
+                             make_pattern(walk::kReportCheckSelection, kAll)));
+  report = add_next(std::move(report), planSteps());
+  auto domain = make_pattern(walk::kDomain, std::set<int32_t>{walk::kName}, tql::kPatternNested);
+  return add_next(std::move(domain),
+                  tql::pattern_list(make_pattern(walk::kReportText, kAll), std::move(report)));
+}
+
+// A ReportText's `type`: 0 opening, 1 closing, anything else ignored.
+void takeText(const tql::patch_t& text, ReportDefinition& definition) {
+  const tql::property_t* type = setProperty(text, walk::kType);
+  if (type == nullptr) return;
+  uint32_t value = 0;
+  tql::decode_enum(*type, walk::kReportTextTypeEnum, value);
+  if (value == 0) definition.opening_text = &text;
+  if (value == 1) definition.closing_text = &text;
+}
+
+}  // namespace
+
+std::string ReportDefinition::pathText() const {
+  if (domain_path.empty()) return ".";
+  std::string text;
+  for (const std::string& name : domain_path) text += "." + name;
+  return text.substr(1);
+}
+
+void walkDefinition(std::unique_ptr<tql::patch_t> tree, ReportDefinition& definition) {
+  definition.tree = std::move(tree);
+  const tql::patch_t* level = definition.tree.get();
+  while (level->class_ != walk::kReport) {
+    definition.owner_domain = level->id;
+    if (level->id != tql::kRootId) definition.domain_path.push_back(stringOr(*level, walk::kName, ""));
+    const tql::patch_t* next = nullptr;
+    for (const tql::patch_t& child : level->children) {
+      if (child.class_ == walk::kReportText) takeText(child, definition);
+      if (child.class_ != walk::kDomain && child.class_ != walk::kReport) continue;
+      TAVREL_ASSERT(next == nullptr, "Child found twice while searching for report template");
+      next = &child;
+    }
+    TAVREL_ASSERT(next != nullptr, "Did not find child when searching for report template");
+    level = next;
+  }
+  definition.report = level;
+}
+
+std::unique_ptr<ReportDefinition> fetchDefinition(const tql::id_t& report_id) {
+  std::unique_ptr<tql::patch_t> tree =
+      tql::select_one(tql::kRootId, definitionPattern(report_id), 0, *queues::global_queue());
+  if (!tree) return nullptr;
+  auto definition = std::make_unique<ReportDefinition>();
+  walkDefinition(std::move(tree), *definition);
+  return definition;
+}
