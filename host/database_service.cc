@@ -2,6 +2,7 @@
 
 #include "base/error.h"
 #include "base/log.h"
+#include "host/parent_service.h"
 #include "queues/event_names.h"
 #include "queues/events.h"
 
@@ -38,17 +39,22 @@ void DatabaseService::dispatch(const queues::event& request, queues::childqueue&
   using namespace queues;
   if (auto* select = as<Tql_Select_Event>(request)) {
     if (select->flags & 1) {
-      reply<Return_Tql_Select_Event>(
-          queue, request, registry_.subscribe(db_, {request.dest, request.inresponse}, *select, now));
+      subscribe(request, *select, queue, now);
     } else {
       reply<Return_Tql_Select_Event>(queue, request, db_.select(*select));
     }
   } else if (auto* create = as<Tql_Create_Event>(request)) {
-    reply<Return_Tql_Create_Event>(queue, request, db_.create(*create));
+    dbms::Return_Tql_Create_Data created = db_.create(*create);
+    note("create", request, created.new_id.text(), created.status);
+    reply<Return_Tql_Create_Event>(queue, request, std::move(created));
   } else if (auto* update = as<Tql_Update_Event>(request)) {
-    reply<Return_Tql_Update_Event>(queue, request, db_.update(*update));
+    dbms::Return_Tql_Update_Data updated = db_.update(*update);
+    note("update", request, update->id.text(), updated.status);
+    reply<Return_Tql_Update_Event>(queue, request, std::move(updated));
   } else if (auto* remove = as<Tql_Delete_Event>(request)) {
-    reply<Return_Tql_Delete_Event>(queue, request, db_.remove(*remove));
+    dbms::Return_Tql_Delete_Data removed = db_.remove(*remove);
+    note("delete", request, remove->id.text(), removed.status);
+    reply<Return_Tql_Delete_Event>(queue, request, std::move(removed));
   } else if (auto* get = as<Tsdb_Get_Data_Event>(request)) {
     reply<Return_Tsdb_Get_Data_Event>(queue, request, db_.get_data(*get));
   } else if (auto* put = as<Tsdb_Put_Data_Event>(request)) {
@@ -58,11 +64,33 @@ void DatabaseService::dispatch(const queues::event& request, queues::childqueue&
   } else if (auto* ack = as<Tql_Acknowledge_Event>(request)) {
     registry_.acknowledge(request.dest, *ack);
   } else if (auto* forget = as<Tql_Forget_Event>(request)) {
-    reply<Return_Tql_Forget_Event>(queue, request, registry_.forget(request.dest, *forget));
+    dbms::Return_Tql_Forget_Data forgotten = registry_.forget(request.dest, *forget);
+    note("forget", request, "request " + std::to_string(forget->req_id_to_forget), forgotten.status);
+    reply<Return_Tql_Forget_Event>(queue, request, std::move(forgotten));
   } else {
     log("Database: ignored " + event_name(request.type_index) + " from " +
         queue_name(request.dest));
   }
+}
+
+void DatabaseService::subscribe(const queues::event& request, const dbms::Tql_Select_Data& select,
+                                queues::childqueue& queue, double now) {
+  dbms::Return_Tql_Select_Data first;
+  if (db_.subscription_fault() != 0) {
+    first.status = db_.subscription_fault();
+    first.details.push_back({0, "subscription refused by the world's faults"});
+  } else {
+    first = registry_.subscribe(db_, {request.dest, request.inresponse}, select, now);
+  }
+  note("subscribe", request, "request " + std::to_string(request.inresponse), first.status);
+  reply<queues::Return_Tql_Select_Event>(queue, request, std::move(first));
+}
+
+void DatabaseService::note(const char* what, const queues::event& request, const std::string& object,
+                           int32_t status) {
+  if (log_ == nullptr) return;
+  write_log_line(*log_, std::string(what) + ": " + queues::queue_name(request.dest) + " " + object +
+                            " status " + std::to_string(status));
 }
 
 void DatabaseService::send_due(queues::childqueue& queue, double now) {

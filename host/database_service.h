@@ -8,6 +8,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <ostream>
 
 #include "host/store_database.h"
 #include "host/store_subscriptions.h"
@@ -20,7 +22,8 @@ class DatabaseService {
  public:
   // `db` must outlive the service. `eval_scale` scales the least time
   // between two replies of a subscription.
-  DatabaseService(Database& db, double eval_scale) : db_(db), registry_(eval_scale) {}
+  DatabaseService(Database& db, double eval_scale, std::ostream* log = nullptr)
+      : db_(db), registry_(eval_scale), log_(log) {}
 
   // Handles one event that came to the database; replies through `queue`.
   // `now` in seconds since 1970. Raises what sending raises.
@@ -32,9 +35,15 @@ class DatabaseService {
 
  private:
   void dispatch(const queues::event& request, queues::childqueue& queue, double now);
+  void subscribe(const queues::event& request, const dbms::Tql_Select_Data& select,
+                 queues::childqueue& queue, double now);
+  // A line in the log: "WHAT: SENDER OBJECT status N".
+  void note(const char* what, const queues::event& request, const std::string& object,
+            int32_t status);
 
   Database& db_;
   SubscriptionRegistry registry_;
+  std::ostream* log_;
 };
 
 }  // namespace host

@@ -39,8 +39,9 @@ class Host {
         parent_queue_(*parent_),
         scheduler_queue_(scheduler_),
         database_queue_(database_),
-        parent_service_(config, log),
-        database_service_(db, options.eval_scale) {}
+        parent_service_(config, log, options.metrics),
+        scheduler_service_(&log),
+        database_service_(db, options.eval_scale, &log) {}
 
   int run();
 
@@ -118,6 +119,8 @@ void Host::serve_round() {
   if (idle(now) && reporter_ && parent_service_.initialized()) {
     stopping_ = true;
     parent_queue_.send(queues::Sys_Exit_Event(queues::rept, 0, {}));
+    if (options_.exit_twice) parent_queue_.send(queues::Sys_Exit_Event(queues::rept, 0, {}));
+    parent_service_.ask_metrics(parent_queue_, "stopping");
   }
 }
 

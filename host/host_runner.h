@@ -6,11 +6,14 @@
 // stop (SYS_EXIT, then the messenger's shutdown) begins once that many
 // seconds passed with no event exchanged and no scheduled event due within
 // them. The whole database can then be written to a dump in the world
-// format.
+// format. The stop can send SYS_EXIT twice, to try the reporter's refusal
+// of the second; metrics named in the options are asked for when the
+// reporter is ready and again right after the stop's SYS_EXIT.
 #pragma once
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -21,6 +24,8 @@ struct HostOptions {
   std::string dump;                   // Where to write the database at the end; empty: nowhere.
   std::string log;                    // The parent's log file; empty: standard error.
   double eval_scale = 1.0;            // Scale of the subscriptions' least reply interval.
+  std::vector<std::string> metrics;   // Metric paths ("queues/noblockings") to ask for.
+  bool exit_twice = false;            // The stop sends SYS_EXIT twice.
   uint64_t pool_size = 64u << 20;     // Bytes of the shared pool.
   uint64_t area_size = 4u << 20;      // Bytes of each sibling's write area.
 };

@@ -1,6 +1,7 @@
 #include "host/scheduler_service.h"
 
-#include "base/log.h"
+#include "host/parent_service.h"
+#include "queues/event_names.h"
 #include "queues/events.h"
 
 namespace host {
@@ -9,6 +10,11 @@ void SchedulerService::handle(const queues::event& e) {
   const auto* request = dynamic_cast<const queues::Schedule_Event_Absolute_Event*>(&e);
   if (!request || !request->data.ev) return;
   double when = request->data.time.seconds + request->data.time.microseconds / 1e6;
+  if (log_ != nullptr) {
+    write_log_line(*log_, "schedule: " + queues::event_name(request->data.ev->type_index) + " to " +
+                              queues::queue_name(request->data.ev->dest) + " at " +
+                              std::to_string(request->data.time.seconds));
+  }
   waiting_.emplace(when, request->data.ev->clone());
 }
 

@@ -1,11 +1,14 @@
 // The stand-in scheduler (queue 1): keeps each SCHEDULE_EVENT_ABSOLUTE and
 // sends its nested event, unchanged, to the nested event's `dest` at the
-// stated time; a time in the past goes out at the next round.
+// stated time; a time in the past goes out at the next round. With a log,
+// each request taken is written there as a line (see write_log_line):
+//   DATE CLOCK schedule: SCHEDULED_REPORT_GENERATION to rept at 1767603600
 #pragma once
 
 #include <map>
 #include <memory>
 #include <optional>
+#include <ostream>
 
 #include "queues/childqueue.h"
 #include "queues/event.h"
@@ -14,6 +17,8 @@ namespace host {
 
 class SchedulerService {
  public:
+  explicit SchedulerService(std::ostream* log = nullptr) : log_(log) {}
+
   // Takes a scheduling request; other events are ignored.
   void handle(const queues::event& e);
   // Sends every event due at or before `now` (seconds since 1970).
@@ -23,6 +28,7 @@ class SchedulerService {
   size_t waiting() const { return waiting_.size(); }
 
  private:
+  std::ostream* log_;
   std::multimap<double, std::unique_ptr<queues::event>> waiting_;
 };
 

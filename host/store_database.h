@@ -50,9 +50,15 @@ class Database {
   dbms::Return_TSDB_Append_Data_Record_Data append_data_record(
       const dbms::TSDB_Append_Data_Record_Data& request);
 
+  // A fault that the world asks for (WORLD.md, `faults`): a status other
+  // than 0 refuses every subscription with that status. 0 at first.
+  int32_t subscription_fault() const { return subscription_fault_; }
+  void set_subscription_fault(int32_t status) { subscription_fault_ = status; }
+
  private:
   ObjectStore objects_;
   SeriesStore series_;
+  int32_t subscription_fault_ = 0;
 };
 
 }  // namespace host

@@ -3,6 +3,7 @@
 //
 //   tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]
 //                   [--dump FILE] [--log FILE] [--eval-scale X]
+//                   [--metric PATH]... [--exit-twice]
 //   tavrel-host check --world FILE
 //
 // run: exit code 0 when the reporter exited 0, else the reporter's code (1
@@ -39,6 +40,8 @@ int run(tools::Args& args, const char* argv0) {
   options.dump = args.option("--dump").value_or("");
   options.log = args.option("--log").value_or("");
   if (auto scale = args.option("--eval-scale")) options.eval_scale = tools::Args::to_double(*scale);
+  while (auto metric = args.option("--metric")) options.metrics.push_back(*metric);
+  options.exit_twice = args.flag("--exit-twice");
   args.done();
   int code = host::run_host(options);
   std::cerr << "tavrel-host: reporter exited with " << code << "\n";
@@ -70,6 +73,7 @@ int main(int argc, char** argv) {
     if (command == "check") return check(args);
     std::cerr << "usage: tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]\n"
                  "                       [--dump FILE] [--log FILE] [--eval-scale X]\n"
+                 "                       [--metric PATH]... [--exit-twice]\n"
                  "       tavrel-host check --world FILE\n";
     return 2;
   } catch (const error::Exception& e) {

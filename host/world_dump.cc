@@ -48,6 +48,9 @@ Json dump_world(const Database& db, const control::Server_Configuration_Fields& 
   Json series = Json::array();
   for (const auto& [key, s] : db.series().all()) series.push_back(series_json(key, s));
   world["series"] = std::move(series);
+  if (db.subscription_fault() != 0) {
+    world["faults"] = {{"subscription_status", db.subscription_fault()}};
+  }
   return world;
 }
 

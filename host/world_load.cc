@@ -71,6 +71,7 @@ class WorldLoader {
   void set_properties(const tql::id_t& id, std::vector<tql::property_ptr> props,
                       const std::string& path);
   void load_series(const Json& series, const std::string& path);
+  void load_faults(const Json& faults);
   tql::id_t resolve(const std::string& reference, const std::string& path) const;
   tql::id_t next_id();
 
@@ -84,8 +85,9 @@ class WorldLoader {
 };
 
 void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& config) {
-  check_members(world, "", {"comment", "config", "objects", "cluster", "series"},
-                "a world: an object with config, objects, cluster and series");
+  check_members(world, "", {"comment", "config", "objects", "cluster", "series", "faults"},
+                "a world: an object with config, objects, cluster, series and faults");
+  if (world.contains("faults")) load_faults(world["faults"]);
   if (world.contains("config")) config_from_json(world["config"], "config", config);
   if (world.contains("objects")) {
     reserve_ids(world["objects"], "objects", 0);
@@ -107,6 +109,17 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
       load_series(series[i], "series[" + std::to_string(i) + "]");
     }
   }
+}
+
+void WorldLoader::load_faults(const Json& faults) {
+  check_members(faults, "faults", {"subscription_status"}, "an object with subscription_status");
+  if (!faults.contains("subscription_status")) return;
+  const Json& status = faults["subscription_status"];
+  if (!status.is_number_integer() || status.get<int64_t>() < 0 ||
+      status.get<int64_t>() > INT32_MAX) {
+    throw EWorldError("faults.subscription_status", "expected a status from 0 to 2147483647");
+  }
+  db_.set_subscription_fault(static_cast<int32_t>(status.get<int64_t>()));
 }
 
 void WorldLoader::reserve_ids(const Json& object, const std::string& path, int depth) {

@@ -30,7 +30,10 @@ constexpr std::array<Factory, kLastEventType + 1> factory_table() {
 // apart (exevent).
 constexpr auto kFactories = factory_table<
     Sys_Exit_Event, Init_Ok_Event, Log_Request_Event, Server_Configuration_Event,
-    Request_Server_Configuration_Event, Tql_Select_Event, Return_Tql_Select_Event,
+    Request_Server_Configuration_Event, Get_Metric_Event, Return_Metric_Error_Event,
+    Return_Metric_Uint64_Event, Return_Metric_Timing_Event, List_Metrics_Event,
+    Return_List_Metrics_Event, Get_Metric_Type_Event, Return_Get_Metric_Type_Event,
+    Tql_Select_Event, Return_Tql_Select_Event,
     Return_Tql_Select_Patch_Event, Return_Tql_Select_Delete_Patch_Event, Tql_Create_Event,
     Return_Tql_Create_Event, Tql_Update_Event, Return_Tql_Update_Event, Tql_Delete_Event,
     Return_Tql_Delete_Event, Tql_Acknowledge_Event, Tql_Forget_Event, Return_Tql_Forget_Event,

@@ -87,12 +87,23 @@ TEST(EventIoTest, EveryEventWithAReaderRoundTrips) {
   Return_Tsdb_Append_Data_Event appended_all(rept, 12, {});
   Return_Tsdb_Truncate_Old_Data_Event truncated(rept, 13, {});
   exevent failure(rept, 14, "Backend error");
+  Get_Metric_Event get_metric(rept, 15, {{"queues", "blockings"}});
+  Return_Metric_Error_Event metric_error(main, 15, "Unknown metric");
+  Return_Metric_Uint64_Event metric_count(main, 16, 0x123456789aULL);
+  Return_Metric_Timing_Event metric_timing(main, 17, {1, 2, 3, 4, 5});
+  List_Metrics_Event list_metrics(rept, 18, 0);
+  Return_List_Metrics_Event listed(main, 18, {});
+  listed.data.groups.push_back({"queues", {}, {}, {{"noblockings", "", "count", 2}}});
+  Get_Metric_Type_Event get_type(rept, 19, {{"metering", "time"}});
+  Return_Get_Metric_Type_Event type(main, 19, {"time", "us", "Time spent", 3});
 
   std::vector<const event*> all = {
       &select,  &data,         &schedule, &relative,     &config,    &sys_exit, &init_ok, &log,
       &request, &create,       &created,  &update,       &updated,   &del,      &deleted, &selected,
       &patch,   &delete_patch, &ack,      &forget,       &forgotten, &get,      &put,     &put_done,
-      &merged,  &append,       &appended, &appended_all, &truncated, &failure};
+      &merged,  &append,       &appended, &appended_all, &truncated, &failure,
+      &get_metric, &metric_error, &metric_count, &metric_timing, &list_metrics, &listed,
+      &get_type, &type};
   auto back = round_trip(all);
   ASSERT_EQ(all.size(), back.size());
   for (size_t i = 0; i < all.size(); ++i) {
@@ -100,7 +111,7 @@ TEST(EventIoTest, EveryEventWithAReaderRoundTrips) {
   }
   int32_t readers = 0;
   for (int32_t t = 0; t <= 200; ++t) readers += has_reader(t) ? 1 : 0;
-  EXPECT_EQ(31, readers);  // The 30 events above and their types, and 195.
+  EXPECT_EQ(39, readers);  // The 38 events above and their types, and 195.
 }
 
 TEST(EventIoTest, NestedEventKeepsItsOwnDestAndRequestNumber) {
@@ -179,13 +190,13 @@ TEST(EventIoDeathTest, UnknownTypeIndexIsFatal) {
 
 TEST(EventIoTest, UnknownTypeIndexRaisesUnderTheToolPolicy) {
   set_unknown_event_policy(UnknownEventPolicy::kRaise);
-  MemoryPipe bad(64, 64, header(15, 0));
+  MemoryPipe bad(64, 64, header(12, 0));
   ioprim prim(bad.in(), bad.out());
   try {
     read_event(prim);
     ADD_FAILURE() << "no exception";
   } catch (const error::EParseError& e) {
-    EXPECT_EQ("fdio >> event: unknown type index: 15 old was INVALID_HEAD dest none", e.text());
+    EXPECT_EQ("fdio >> event: unknown type index: 12 old was INVALID_HEAD dest none", e.text());
   }
   MemoryPipe bad2(64, 64, header(195, 0));
   ioprim io2(bad2.in(), bad2.out());

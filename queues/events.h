@@ -3,6 +3,7 @@
 #pragma once
 
 #include "dbms/control_records.h"
+#include "dbms/metric_records.h"
 #include "dbms/reporter_records.h"
 #include "dbms/tql_records.h"
 #include "dbms/tsdb_records.h"
@@ -18,6 +19,16 @@ using Log_Request_Event = devent<SYSTEM_LOG_REQUEST, control::Log_Request_Data>;
 using Server_Configuration_Event =
     devent<SERVER_CONFIGURATION, control::Server_Configuration_Fields>;
 using Request_Server_Configuration_Event = devent<REQUEST_SERVER_CONFIGURATION, int>;
+
+// Metering: the requests and their answers.
+using Get_Metric_Event = devent<GET_METRIC, control::Get_Metric_Data>;
+using Return_Metric_Error_Event = devent<RETURN_METRIC_ERROR, std::string>;
+using Return_Metric_Uint64_Event = devent<RETURN_METRIC_UINT64, uint64_t>;
+using Return_Metric_Timing_Event = devent<RETURN_METRIC_TIMING, control::Return_Metric_Timing_Data>;
+using List_Metrics_Event = devent<LIST_METRICS, int>;
+using Return_List_Metrics_Event = devent<RETURN_LIST_METRICS, control::Metric_Group>;
+using Get_Metric_Type_Event = devent<GET_METRIC_TYPE, control::Get_Metric_Type_Data>;
+using Return_Get_Metric_Type_Event = devent<RETURN_GET_METRIC_TYPE, control::Metric>;
 
 // With the object database.
 using Tql_Select_Event = devent<TQL_SELECT, dbms::Tql_Select_Data>;

@@ -1,0 +1,27 @@
+// The main loop's port over the process's event queue and its neighbours:
+// metering, the subscription walk, mailing, generation, and the database
+// dialogs of the shutdown.
+#pragma once
+
+#include "queues/childqueue.h"
+#include "reporter/event_loop.h"
+
+class QueuePort : public ReporterPort {
+ public:
+  // The queue must outlive the port.
+  explicit QueuePort(queues::childqueue& queue) : queue_(queue) {}
+
+  std::unique_ptr<queues::event> next_event() override;
+  bool parent_at_end() override;
+  bool answer_metering(const queues::event& e) override;
+  void treat_report_tree(const tql::patch_t& root) override;
+  void acknowledge(uint32_t request) override;
+  void treat_mail_reply(dbms::Return_Tql_Select_Data& reply) override;
+  void generate(const tql::id_t& report, tql::version_t version, int64_t time) override;
+  void delete_surplus(const tql::id_t& report) override;
+  void forget(uint32_t request) override;
+  void shutdown() override;
+
+ private:
+  queues::childqueue& queue_;
+};

@@ -1,0 +1,255 @@
+// Runs with TZ=Europe/Copenhagen (see CMakeLists.txt).
+#include "reporter/subscriptions.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tql/errors.h"
+
+namespace {
+
+// 5 January 2026 09:59 and 10:00 in Copenhagen.
+constexpr int64_t k0959 = 1767603540;
+constexpr int64_t k1000 = 1767603600;
+constexpr int64_t kDay = 86400;
+
+// Records each action as a short text; fails the ids it is told to.
+class Recorder : public ReportActions {
+ public:
+  void delete_object(const tql::id_t& id, tql::version_t) override {
+    if (id == fail_id) throw errors::tql(errors::tql::kUpdatedByOther);
+    calls.push_back("delete " + id.text());
+  }
+  void set_progress(const tql::id_t& id, tql::version_t version, uint32_t progress) override {
+    if (id == fail_id) throw errors::tql(errors::tql::kUpdatedByOther);
+    calls.push_back("progress " + id.text() + " v" + std::to_string(version.first) + " " +
+                    std::to_string(progress));
+  }
+  void schedule(const tql::id_t& report, tql::version_t version, int64_t next) override {
+    calls.push_back("schedule " + report.text() + " v" + std::to_string(version.first) + " " +
+                    std::to_string(next));
+  }
+  void generate(const tql::id_t& report, tql::version_t, int64_t order_time) override {
+    calls.push_back("generate " + report.text() + " " + std::to_string(order_time));
+  }
+  int64_t now() override { return clock; }
+
+  std::vector<std::string> calls;
+  tql::id_t fail_id;
+  int64_t clock = k0959;
+};
+
+tql::patch_t object(int32_t class_, tql::id_t id, int64_t version = 1) {
+  tql::patch_t p;
+  p.class_ = class_;
+  p.id = id;
+  p.version = {version, 1};
+  return p;
+}
+
+template <int32_t K>
+void set(tql::patch_t& p, int32_t number, typename tql::kind_traits<K>::value_type v) {
+  p.set_property(tql::make_property<K>(number, v));
+}
+
+// A daily report at 10:00.
+tql::patch_t report(uint32_t date = 1, tql::id_t id = {0, 1, 5}) {
+  tql::patch_t r = object(kReportClass, id, 7);
+  set<25>(r, kPropDate, tql::enum_value_t{0x1000a, date});
+  set<17>(r, kPropTime, 36000);
+  set<20>(r, kPropFrequency, 0);
+  return r;
+}
+
+tql::patch_t instance(uint32_t n, uint32_t worker, std::optional<int64_t> order_time,
+                      std::optional<uint32_t> progress = 100) {
+  tql::patch_t i = object(kReportInstanceClass, {0, 1, n}, n);
+  set<20>(i, kPropWorkerNode, worker);
+  if (order_time) set<17>(i, kPropOrderTime, *order_time);
+  if (progress) set<20>(i, kPropProgress, *progress);
+  return i;
+}
+
+tql::patch_t order(uint32_t n, int64_t order_time) {
+  tql::patch_t o = object(kReportOrderClass, {0, 1, n});
+  set<17>(o, kPropOrderTime, order_time);
+  return o;
+}
+
+std::vector<std::string> walk(const tql::patch_t& root, Recorder& r) {
+  treat_subscriptions(root, r);
+  return r.calls;
+}
+
+tql::patch_t domain_with(tql::patch_t child) {
+  tql::patch_t d = object(kDomainClass, tql::kRootId);
+  d.children.push_back(std::move(child));
+  return d;
+}
+
+TEST(TreatSubscriptions, NewReportIsDueAtItsNextTimeAfterNow) {
+  Recorder r;
+  EXPECT_EQ((std::vector<std::string>{"schedule 0.1.5 v7 " + std::to_string(k1000)}),
+            walk(domain_with(report()), r));
+  Recorder later;
+  later.clock = k1000;
+  EXPECT_EQ((std::vector<std::string>{"schedule 0.1.5 v7 " + std::to_string(k1000 + kDay)}),
+            walk(domain_with(report()), later));
+}
+
+TEST(TreatSubscriptions, ScheduleKindNoneLaysNothingButServesOrders) {
+  tql::patch_t r0 = report(0);
+  r0.properties.erase(kPropTime);  // Not read for kind 0.
+  r0.children.push_back(order(20, 1700000000));
+  Recorder r;
+  EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 1700000000", "delete 0.1.20"}),
+            walk(domain_with(std::move(r0)), r));
+}
+
+TEST(TreatSubscriptions, FinishedInstancesSetTheLastTimeAndGetTheirProgressRepaired) {
+  tql::patch_t r0 = report();
+  r0.children.push_back(instance(10, 0, k1000 - kDay, 50));
+  r0.children.push_back(instance(11, 0, k1000 + kDay));  // progress 100: no write
+  r0.children.push_back(instance(12, 0, std::nullopt, std::nullopt));  // progress missing
+  r0.children.push_back(instance(13, 0, k1000, 99));
+  Recorder r;
+  EXPECT_EQ((std::vector<std::string>{"progress 0.1.10 v10 100", "progress 0.1.13 v13 100",
+                                      "schedule 0.1.5 v7 " + std::to_string(k1000 + 2 * kDay)}),
+            walk(domain_with(std::move(r0)), r));
+}
+
+TEST(TreatSubscriptions, SteadyStateWritesNothing) {
+  tql::patch_t r0 = report(0);
+  r0.children.push_back(instance(10, 0, k1000));
+  r0.children.push_back(object(kReportSendToClass, {0, 1, 40}));  // Neither pass looks at it.
+  Recorder r;
+  EXPECT_TRUE(walk(domain_with(std::move(r0)), r).empty());
+}
+
+TEST(TreatSubscriptions, UnfinishedInstancesGoAndDontCount) {
+  tql::patch_t r0 = report();
+  r0.children.push_back(instance(10, 1, k1000 + 5 * kDay, 40));
+  r0.children.push_back(order(20, k1000 + 5 * kDay));  // waits for a later update
+  r0.children.push_back(order(21, k1000 - kDay));      // nothing for that time: generated
+  Recorder r;
+  EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "schedule 0.1.5 v7 " + std::to_string(k1000),
+                                      "generate 0.1.5 " + std::to_string(k1000 - kDay),
+                                      "delete 0.1.21"}),
+            walk(domain_with(std::move(r0)), r));
+}
+
+TEST(TreatSubscriptions, ServedOrdersAreDeletedWithoutAGeneration) {
+  tql::patch_t r0 = report(0);
+  r0.children.push_back(instance(10, 0, 1700000000));
+  r0.children.push_back(instance(11, 1, 1700000000));  // The first one for the time stays.
+  r0.children.push_back(order(20, 1700000000));
+  Recorder r;
+  EXPECT_EQ((std::vector<std::string>{"delete 0.1.11", "delete 0.1.20"}),
+            walk(domain_with(std::move(r0)), r));
+}
+
+TEST(TreatSubscriptions, RefusedWritesAreSkipped) {
+  tql::patch_t r0 = report(0);
+  r0.children.push_back(instance(10, 1, std::nullopt));
+  r0.children.push_back(instance(11, 0, std::nullopt, 3));
+  r0.children.push_back(order(12, 5));
+  Recorder r;
+  r.fail_id = {0, 1, 10};
+  EXPECT_EQ((std::vector<std::string>{"progress 0.1.11 v11 100", "generate 0.1.5 5",
+                                      "delete 0.1.12"}),
+            walk(domain_with(r0), r));
+  Recorder progress_refused;
+  progress_refused.fail_id = {0, 1, 11};
+  EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "generate 0.1.5 5", "delete 0.1.12"}),
+            walk(domain_with(r0), progress_refused));
+  Recorder order_refused;
+  order_refused.fail_id = {0, 1, 12};
+  EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "progress 0.1.11 v11 100",
+                                      "generate 0.1.5 5"}),
+            walk(domain_with(r0), order_refused));
+}
+
+TEST(TreatSubscriptions, WalksNestedDomainsInOrderAndSkipsOtherClasses) {
+  tql::patch_t inner = object(kDomainClass, {0, 1, 2});
+  inner.children.push_back(report(1, {0, 1, 6}));
+  tql::patch_t root = domain_with(report(1, {0, 1, 5}));
+  root.children.push_back(object(4, {0, 1, 3}));  // a Node: logged and skipped
+  root.children.push_back(std::move(inner));
+  Recorder r;
+  EXPECT_EQ((std::vector<std::string>{"schedule 0.1.5 v7 " + std::to_string(k1000),
+                                      "schedule 0.1.6 v7 " + std::to_string(k1000)}),
+            walk(root, r));
+}
+
+TEST(TreatSubscriptions, MissingRequiredPropertiesRaise) {
+  tql::patch_t no_worker = report();
+  no_worker.children.push_back(instance(10, 0, std::nullopt));
+  no_worker.children.back().properties.erase(kPropWorkerNode);
+  Recorder r;
+  EXPECT_THROW(walk(domain_with(no_worker), r), errors::tql);
+
+  tql::patch_t no_time = report();
+  no_time.properties.erase(kPropTime);
+  EXPECT_THROW(walk(domain_with(no_time), r), errors::tql);
+
+  tql::patch_t null_date = report();
+  null_date.properties[kPropDate]->is_null = true;
+  EXPECT_THROW(walk(domain_with(null_date), r), errors::tql);
+  EXPECT_TRUE(r.calls.empty());
+}
+
+TEST(TreatSubscriptions, AScheduleTheCalendarCantServeIsSkippedButOrdersAreServed) {
+  tql::patch_t bad = report(9);
+  bad.children.push_back(order(20, 5));
+  Recorder r;
+  EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 5", "delete 0.1.20"}),
+            walk(domain_with(std::move(bad)), r));
+}
+
+TEST(TreatSubscriptionsDeathTest, AnOrderTimeThatIsNoDateIsFatal) {
+  tql::patch_t r0 = report(0);
+  tql::patch_t o = object(kReportOrderClass, {0, 1, 20});
+  set<20>(o, kPropOrderTime, 5);
+  r0.children.push_back(std::move(o));
+  Recorder r;
+  EXPECT_DEATH(walk(domain_with(std::move(r0)), r),
+               "checked_cast failed, property kind 20 should have been property_date_t");
+}
+
+TEST(Subscriptions, ThePatternsOfTheTwoStandingSelects) {
+  dbms::Tql_Select_Data reports = report_subscription();
+  EXPECT_EQ(std::list<tql::id_t>{tql::kRootId}, reports.root_ids);
+  EXPECT_EQ(5, reports.flags);
+  EXPECT_EQ(15, reports.min_eval_interval);
+  EXPECT_EQ(kDomainClass, reports.pattern.class_);
+  EXPECT_EQ(1, reports.pattern.flags);
+  ASSERT_EQ(1u, reports.pattern.next.size());
+  const tql::pattern_t& r = reports.pattern.next[0];
+  EXPECT_EQ(kReportClass, r.class_);
+  EXPECT_EQ(6, r.flags);
+  ASSERT_EQ(2u, r.next.size());
+  EXPECT_EQ(kReportInstanceClass, r.next[0].class_);
+  EXPECT_EQ(2, r.next[0].flags);
+  EXPECT_EQ(kReportOrderClass, r.next[1].class_);
+  EXPECT_EQ(2, r.next[1].flags);
+
+  dbms::Tql_Select_Data mailing = mailing_subscription();
+  EXPECT_EQ(std::list<tql::id_t>{tql::kRootId}, mailing.root_ids);
+  EXPECT_EQ(1, mailing.flags);
+  EXPECT_EQ(15, mailing.min_eval_interval);
+  std::vector<std::pair<int32_t, int32_t>> steps;
+  for (const tql::pattern_t* p = &mailing.pattern; p != nullptr;
+       p = p->next.empty() ? nullptr : &p->next[0]) {
+    EXPECT_LE(p->next.size(), 1u);
+    steps.emplace_back(p->class_, p->flags);
+  }
+  EXPECT_EQ((std::vector<std::pair<int32_t, int32_t>>{
+                {kDomainClass, 1}, {kReportClass, 0}, {kReportInstanceClass, 0},
+                {kReportSendToClass, 2}}),
+            steps);
+}
+
+}  // namespace
