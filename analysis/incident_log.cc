@@ -46,10 +46,16 @@ void addIncidentLog(const ResolvedIssue& issue, const tql::id_t& folder, const t
   request.offset = 0;
   dbms::Return_TSDB_Get_Data_Data reply = queues::tsdb_get_data(request);
   const std::string name = "Incidents on the host from " + periodText(issue, timeZone);
+  std::vector<tsdb::interval_ptr> kept = keptIncidents(report_flags(), std::move(reply.data));
+  const tql::id_t log = addLog(folder, name);
+  // Nothing kept, nothing to store: the log's series stays empty. (A node
+  // without incidents has no series at all, and its reply carries no data
+  // type to store under.)
+  if (kept.empty()) return;
   dbms::TSDB_Put_Data_Data put;
-  put.data = keptIncidents(report_flags(), std::move(reply.data));
-  put.id = addLog(folder, name);
+  put.id = log;
   put.index_property = tsdb::kTsdbIncident;
   put.data_type = reply.data_type;
+  put.data = std::move(kept);
   queues::tsdb_put_data(put);
 }

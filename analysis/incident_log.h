@@ -13,8 +13,8 @@
 // Fetches the node's incidents of the period (at most 40, as the database
 // returns them), keeps those that the report's flags (report_flags()) ask
 // for, and stores them as the series of a log "Incidents on the host from
-// ..." in `folder`. The log is made even when nothing is kept. Raises what
-// the dialogs and the create raise.
+// ..." in `folder`. The log is made even when nothing is kept; its series is
+// then left empty (no put). Raises what the dialogs and the create raise.
 void addIncidentLog(const ResolvedIssue& issue, const tql::id_t& folder, const tql::id_t& node,
                     zone_t timeZone);
 
