@@ -219,6 +219,14 @@ TEST(CheckConfiguration, RowsAndSubFoldersInOrder) {
             objects.calls);
 }
 
+// The rows of `check` with no objects to look up.
+Lines configurationOf(const tql::patch_t& check) {
+  Rows rows;
+  Objects objects;
+  writeConfiguration(rows, objects, check, kFolder, kReportRoot, timeZoneValue(0));
+  return rows.lines;
+}
+
 TEST(CheckConfiguration, ForecastSettingsInTheirOwnFolder) {
   tql::patch_t c = objectWithId(schema::kCheck, {0, 1, 20});
   withNull(c, schema::kAlertGroupProperty, 10);
@@ -227,23 +235,17 @@ TEST(CheckConfiguration, ForecastSettingsInTheirOwnFolder) {
   withBool(c, schema::kWarnOnForecast, true);
   withEnum(c, schema::kForecastAlertTime, 3);
   withEnum(c, schema::kForecastAlertEstError, 9);
-  Rows rows;
-  Objects objects;
-  writeConfiguration(rows, objects, c, kFolder, kReportRoot, timeZoneValue(0));
   EXPECT_EQ((Lines{row("Alert group", "none"), row("Alert strategy", "unknown"),
                    folder("9.1", "Forecast settings"), row("Warn on forecast", "true", "9.1"),
                    row("Warn for how long in the future", "12 hours", "9.1"),
                    row("Warn only when estimated error is below", "<unknown>", "9.1")}),
-            rows.lines);
+            configurationOf(c));
 }
 
 TEST(CheckConfiguration, AlertStrategyIsRequired) {
   tql::patch_t c = objectWithId(schema::kCheck, {0, 1, 20});
   withNull(c, schema::kAlertGroupProperty, 10);
-  Rows rows;
-  Objects objects;
-  EXPECT_THROW(writeConfiguration(rows, objects, c, kFolder, kReportRoot, timeZoneValue(0)),
-               errors::tql);
+  EXPECT_THROW(configurationOf(c), errors::tql);
 }
 
 TEST(CheckConfiguration, StateActionsNeedALabel) {
@@ -258,13 +260,10 @@ TEST(CheckConfiguration, StateActionsNeedALabel) {
   withString(c, schema::kStateLabel0 + 3, "no action");
   withNull(c, schema::kStateLabel0 + 31, 7);
   withEnum(c, schema::kStateAction0 + 31, 1);
-  Rows rows;
-  Objects objects;
-  writeConfiguration(rows, objects, c, kFolder, kReportRoot, timeZoneValue(0));
   EXPECT_EQ((Lines{row("Alert group", "none"), row("Alert strategy", "Immediate"),
                    row("Forecast enabled", "false"), folder("9.1", "State actions"),
                    row("up", "Ok", "9.1"), row("odd", "Unknown", "9.1")}),
-            rows.lines);
+            configurationOf(c));
 }
 
 tql::patch_t rule(uint32_t order, std::string regex, uint32_t status, uint32_t decision) {

@@ -20,10 +20,11 @@ import subprocess
 import sys
 import tempfile
 
+from cases import case, finish
+
 host, reporter = sys.argv[1], sys.argv[2]
 here = os.path.dirname(os.path.abspath(__file__))
 base_world = json.load(open(os.path.join(here, "worlds", "report_rows.json")))
-results = {}
 
 T0 = 1700006400  # 2023-11-15 00:00:00 UTC, the start of the fixed period
 HOURS4 = 14400
@@ -118,22 +119,6 @@ class Run:
                 line += " " + repr([(r[0], r[1]) for r in records])
             out.append(line)
         return out
-
-
-def case(name):
-    def register(f):
-        failures = []
-
-        def check(cond, what):
-            if not cond:
-                failures.append(what)
-        try:
-            f(check)
-        except Exception as e:  # A broken run is a failure of the case, not of the script.
-            failures.append("raised %r" % e)
-        results[name] = failures
-        return f
-    return register
 
 
 def orderly(run, check):
@@ -362,9 +347,4 @@ def hide_domain_case(check):
     compare(check, run.lines(), ["Folder2 Root -> Root"])
 
 
-failed = {name: f for name, f in results.items() if f}
-for name, f in results.items():
-    print(("FAIL " if f else "ok   ") + name)
-    for what in f:
-        print("       " + what)
-sys.exit(1 if failed else 0)
+finish()
