@@ -14,3 +14,15 @@ void addAlertGroupRows(const tql::id_t& folder, const tql::patch_t& object, cons
 // report's work for a check, instead of the data analysis).
 void analyseConfiguration(const tql::patch_t& check, const tql::id_t& folder,
                           const tql::id_t& rootId, zone_t timeZone);
+
+// The same writers into any sink, looking objects up in `objects`.
+class RowSink;
+class ObjectSource;
+void writeAlertGroupRows(RowSink& rows, ObjectSource& objects, const tql::id_t& folder,
+                         const tql::patch_t& object, const tql::id_t& rootId);
+void writeConfiguration(RowSink& rows, ObjectSource& objects, const tql::patch_t& check,
+                        const tql::id_t& folder, const tql::id_t& rootId, zone_t timeZone);
+// The sub-folder "LogCheck rules" of a check and its rows (the last part of
+// writeConfiguration before the comment).
+void writeLogCheckRules(RowSink& rows, ObjectSource& objects, const tql::patch_t& check,
+                        const tql::id_t& folder);

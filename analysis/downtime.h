@@ -37,3 +37,15 @@ struct DowntimeFolder {
 // (hours not wrapped at 24); the first is labelled with the planner's name,
 // each later one " ". Raises errors::tql for damaged Event properties.
 std::vector<DowntimeFolder> scheduledDowntime(const tql::patch_t& selected, zone_t zone);
+
+// The scheduled downtime of the object `objectId` in a configuration
+// report: the plans that apply to it (select from its id: the root class,
+// flags 4, then the plan pattern), listed by scheduledDowntime, each folder
+// a sub-folder (type 4) of `parentFolder` with its rows, no origins.
+// Raises errors::tql for a failed select or create.
+class RowSink;
+class ObjectSource;
+void writeScheduledDowntime(RowSink& rows, ObjectSource& objects, const tql::id_t& parentFolder,
+                            const tql::id_t& objectId, zone_t zone);
+// The same into the database.
+void addScheduledDowntime(const tql::id_t& parentFolder, const tql::id_t& objectId, zone_t zone);

@@ -108,3 +108,15 @@ IntervalSet reportIntervals(const tql::patch_t* plan, int64_t start, int64_t dur
   if (set.empty()) set.insert({begin, end});
   return set;
 }
+
+std::unique_ptr<tql::pattern_t> planPattern() {
+  using tql::add_next;
+  using tql::make_pattern;
+  auto week = add_next(make_pattern(schema::kWeekPlanner, tql::kPatternAllProps),
+                       add_next(make_pattern(schema::kDayPlanner, tql::kPatternAllProps),
+                                make_pattern(schema::kEvent, tql::kPatternAllProps)));
+  auto plan = make_pattern(schema::kPlan, tql::kPatternAllProps);
+  plan = add_next(std::move(plan), make_pattern(schema::kExpectedEvent, tql::kPatternAllProps));
+  plan = add_next(std::move(plan), make_pattern(schema::kUnexpectedEvent, tql::kPatternAllProps));
+  return add_next(std::move(plan), std::move(week));
+}

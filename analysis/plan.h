@@ -9,8 +9,11 @@
 
 #include <cstdint>
 
+#include <memory>
+
 #include "analysis/interval_set.h"
 #include "tql/patch.h"
+#include "tql/pattern.h"
 
 // Fills `result` with the intervals that `plan` describes between `start`
 // and `end`, merged and clipped to (start, end). A day is 86400 seconds:
@@ -33,3 +36,8 @@ IntervalSet reportIntervals(const tql::patch_t* plan, int64_t start, int64_t dur
 
 // The first child of `report` of class Plan, or null. The patch keeps it.
 const tql::patch_t* firstPlan(const tql::patch_t& report);
+
+// The query step that fetches plans: Plan (all properties) with its
+// ExpectedEvent and UnexpectedEvent children and WeekPlanner, DayPlanner,
+// Event below it, all with their properties.
+std::unique_ptr<tql::pattern_t> planPattern();

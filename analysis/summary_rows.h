@@ -27,3 +27,18 @@ void addExplanation(const tql::id_t& parentFolder, const tql::id_t& domainId, Is
 void addDomainConfiguration(const tql::id_t& folder, const tql::patch_t& domain, zone_t timeZone);
 void addNodeConfiguration(const tql::id_t& folder, const tql::patch_t& node,
                           const tql::id_t& rootId, zone_t timeZone);
+
+// The same writers into any sink (the functions above write to the
+// database through DatabaseRows and DatabaseObjects).
+class RowSink;
+class ObjectSource;
+void writeSummaryRows(RowSink& rows, const ResolvedIssue& issue, const tql::id_t& folder,
+                      const IssueStats& stats);
+void writeAvailabilityRows(RowSink& rows, const ResolvedIssue& issue, const tql::id_t& folder,
+                           const IssueStats& stats, const std::string& worstText);
+void writeExplanation(RowSink& rows, const tql::id_t& parentFolder, const tql::id_t& domainId,
+                      IssueStats& stats);
+void writeDomainConfiguration(RowSink& rows, ObjectSource& objects, const tql::id_t& folder,
+                              const tql::patch_t& domain, zone_t timeZone);
+void writeNodeConfiguration(RowSink& rows, ObjectSource& objects, const tql::id_t& folder,
+                            const tql::patch_t& node, const tql::id_t& rootId, zone_t timeZone);

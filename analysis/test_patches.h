@@ -34,6 +34,37 @@ inline tql::patch_t& withString(tql::patch_t& p, int32_t number, std::string v) 
   return p;
 }
 
+inline tql::patch_t& withEnum(tql::patch_t& p, int32_t number, uint32_t value,
+                             uint32_t enumeration = 65538) {
+  p.set_property(tql::make_property<25>(number, tql::enum_value_t{enumeration, value}));
+  return p;
+}
+
+inline tql::patch_t& withBool(tql::patch_t& p, int32_t number, bool v) {
+  p.set_property(tql::make_boolean_property(number, v));
+  return p;
+}
+
+inline tql::patch_t& withObject(tql::patch_t& p, int32_t number, tql::id_t id) {
+  p.set_property(tql::make_object_property(number, id));
+  return p;
+}
+
+inline tql::patch_t& withObjectSet(tql::patch_t& p, int32_t number, std::vector<tql::id_t> ids) {
+  tql::object_set_t set;
+  for (const tql::id_t& id : ids) set.emplace(id, tql::origin_t{});
+  p.set_property(tql::make_property<9>(number, std::move(set)));
+  return p;
+}
+
+// An object of `class_number` with the id `id`.
+inline tql::patch_t objectWithId(int32_t class_number, tql::id_t id,
+                                 std::vector<tql::patch_t> children = {}) {
+  tql::patch_t p = object(class_number, std::move(children));
+  p.id = id;
+  return p;
+}
+
 // A property of kind `kind` with is_null set.
 inline tql::patch_t& withNull(tql::patch_t& p, int32_t number, int32_t kind) {
   auto prop = tql::make_property(kind);

@@ -14,9 +14,10 @@ import subprocess
 import sys
 import tempfile
 
+from cases import case, finish
+
 host, reporter = sys.argv[1], sys.argv[2]
 worlds = os.path.join(os.path.dirname(os.path.abspath(__file__)), "worlds")
-results = {}
 
 
 class Run:
@@ -55,22 +56,6 @@ class Run:
 
     def children(self, report_id):
         return [c["id"] for c in self.objects()[report_id].get("children", [])]
-
-
-def case(name):
-    def register(f):
-        failures = []
-
-        def check(cond, what):
-            if not cond:
-                failures.append(what)
-        try:
-            f(check)
-        except Exception as e:  # A broken run is a failure of the case, not of the script.
-            failures.append("raised %r" % e)
-        results[name] = failures
-        return f
-    return register
 
 
 def clean(run, check):
@@ -214,9 +199,4 @@ def metrics_case(check):
           "no answer after the stop")
 
 
-failed = sum(1 for f in results.values() if f)
-for name, failures in results.items():
-    for f in failures:
-        print("FAILED: %s: %s" % (name, f))
-print("%d passed, %d failed" % (len(results) - failed, failed))
-sys.exit(1 if failed else 0)
+finish()
