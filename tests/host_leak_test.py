@@ -1,8 +1,8 @@
 """tavrel-host run leaves nothing behind: after a normal run, a run whose
-reporter is killed, and a run whose reporter can't be started, there is no
-FIFO or other file of the host in its temporary directory, no new file in
-/dev/shm (the pool is an anonymous memfd), and no process that the run
-started is still alive.
+reporter is killed, a run whose reporter can't be started, and a host stopped
+by SIGTERM or SIGINT, there is no FIFO or other file of the host in its
+temporary directory, no new file in /dev/shm (the pool is an anonymous
+memfd), and no process that the run started is still alive.
 
 Processes of a run are found by a marker in their environment, which the host
 passes on to its child.
@@ -88,8 +88,8 @@ class HostLeaves(unittest.TestCase):
         self.assertIn("reporter exited with 1", err)
         self.assert_nothing_left()
 
-    def test_reporter_killed(self):
-        host = self.start(CHILD)
+    def running_reporter(self, host):
+        """The pid of the reporter that `host` started, once it runs."""
         deadline = time.monotonic() + 30
         child = []
         while not child and time.monotonic() < deadline:
@@ -97,12 +97,26 @@ class HostLeaves(unittest.TestCase):
             child = [p for p in marked_processes(self.marker) if p != host.pid]
             time.sleep(0.01)
         self.assertEqual(1, len(child), "the reporter never started")
-        # While it runs, the FIFOs are there: the check below can see them.
+        # While it runs, the FIFOs are there: the checks afterwards can see them.
         self.assertNotEqual([], os.listdir(self.tmp))
-        os.kill(child[0], signal.SIGKILL)
+        return child[0]
+
+    def test_reporter_killed(self):
+        host = self.start(CHILD)
+        os.kill(self.running_reporter(host), signal.SIGKILL)
         out, err = host.communicate(timeout=60)
-        self.assertIn("reporter exited with", err)
+        self.assertIn("reporter exited with 137", err)
         self.assert_nothing_left()
+
+    def test_host_stopped_by_a_signal(self):
+        for signo in (signal.SIGTERM, signal.SIGINT):
+            host = self.start(CHILD)
+            self.running_reporter(host)
+            host.send_signal(signo)
+            out, err = host.communicate(timeout=60)
+            self.assertEqual(128 + signo, host.returncode, err)
+            self.assertIn("stopped by signal %d" % signo, err)
+            self.assert_nothing_left()
 
     def test_reporter_that_cannot_start(self):
         missing = os.path.join(self.dir.name, "no-such-reporter")
