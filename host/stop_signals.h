@@ -14,7 +14,8 @@ class StopSignals : public io::Selectable {
   // Blocks the three signals in this thread and takes them through a
   // signalfd. Raises error::ESystemError when the system refuses it.
   StopSignals();
-  // Closes the signalfd and gives back the previous signal mask.
+  // Takes a signal still pending (the run is ending anyway), closes the
+  // signalfd and gives back the previous signal mask.
   ~StopSignals() override;
 
   void name(std::string& out) const override { out = "StopSignals"; }

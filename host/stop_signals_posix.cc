@@ -22,6 +22,9 @@ StopSignals::StopSignals() {
 
 StopSignals::~StopSignals() {
   leaveSelectors();
+  // A signal that came after the last wait is taken here: unblocked, it would
+  // end the process in the middle of its clean-up.
+  absorbs_signal();
   close(fd_);
   pthread_sigmask(SIG_SETMASK, &previous_, nullptr);
 }

@@ -88,6 +88,16 @@ class HostLeaves(unittest.TestCase):
         self.assertIn("reporter exited with 1", err)
         self.assert_nothing_left()
 
+    def sleeper(self):
+        """A reporter that never ends on its own (nor says a word, so the
+        idle stop never comes): the queue test child is over too soon to be
+        caught running."""
+        path = os.path.join(self.dir.name, "sleeper")
+        with open(path, "w") as f:
+            f.write("#!/bin/sh\nexec sleep 600\n")
+        os.chmod(path, 0o755)
+        return path
+
     def running_reporter(self, host):
         """The pid of the reporter that `host` started, once it runs."""
         deadline = time.monotonic() + 30
@@ -102,7 +112,7 @@ class HostLeaves(unittest.TestCase):
         return child[0]
 
     def test_reporter_killed(self):
-        host = self.start(CHILD)
+        host = self.start(self.sleeper())
         os.kill(self.running_reporter(host), signal.SIGKILL)
         out, err = host.communicate(timeout=60)
         self.assertIn("reporter exited with 137", err)
@@ -110,7 +120,7 @@ class HostLeaves(unittest.TestCase):
 
     def test_host_stopped_by_a_signal(self):
         for signo in (signal.SIGTERM, signal.SIGINT):
-            host = self.start(CHILD)
+            host = self.start(self.sleeper())
             self.running_reporter(host)
             host.send_signal(signo)
             out, err = host.communicate(timeout=60)
