@@ -182,8 +182,10 @@ void BigNum::bn_get_data(uint8_t* buffer, size_t& size) const {
   size_t skip = 0;
   while (skip < wanted && out[skip] == 0) ++skip;
   const size_t remaining = wanted - skip;
-  std::memmove(buffer, out + skip, remaining);
-  std::memset(buffer + remaining, 0, size - remaining);
+  // The value 0 may come with no buffer at all (the data of an empty vector):
+  // memmove and memset take no null pointer, not even for 0 bytes.
+  if (remaining > 0) std::memmove(buffer, out + skip, remaining);
+  if (size > remaining) std::memset(buffer + remaining, 0, size - remaining);
   size = remaining;
 }
 

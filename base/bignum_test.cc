@@ -94,6 +94,23 @@ TEST(BigNum, BigEndianAccess) {
   EXPECT_EQ(0u, none);
 }
 
+// Zero has no bytes: no buffer at all is enough (the sanitizers check that no
+// null pointer reaches memmove), and a longer buffer is all zeroed.
+TEST(BigNum, ZeroWritesNoBytes) {
+  size_t size = 0;
+  BigNum().bn_get_data(nullptr, size);
+  EXPECT_EQ(0u, size);
+  std::vector<uint8_t> empty;
+  size = empty.size();
+  BigNum::fromBytes({}).bn_get_data(empty.data(), size);
+  EXPECT_EQ(0u, size);
+  uint8_t out[3] = {7, 7, 7};
+  size = sizeof out;
+  BigNum::fromBytes({0, 0}).bn_get_data(out, size);
+  EXPECT_EQ(0u, size);
+  EXPECT_EQ(std::vector<uint8_t>({0, 0, 0}), std::vector<uint8_t>(out, out + 3));
+}
+
 TEST(BigNumDeathTest, ShortBufferIsFatal) {
   BigNum v = BigNum::fromBytes({1, 2, 3, 4, 5});
   uint8_t out[7];

@@ -1,6 +1,7 @@
 #include "base/crash.h"
 
 #include <gtest/gtest.h>
+#include <stdlib.h>
 #include <sys/wait.h>
 
 #include <unistd.h>
@@ -31,8 +32,9 @@ struct Outcome {
 class ProbeCopy {
  public:
   ProbeCopy() {
-    char pattern[] = "/tmp/crash_probe.XXXXXX";
-    dir_ = mkdtemp(pattern);
+    // Under $TMPDIR (the system's temporary folder without it).
+    std::string pattern = (std::filesystem::temp_directory_path() / "crash_probe.XXXXXX").string();
+    dir_ = mkdtemp(pattern.data());
     program_ = dir_ + "/crash_probe";
     std::filesystem::copy_file(CRASH_PROBE, program_);
   }

@@ -33,6 +33,11 @@ ChildProcess::ChildProcess(const std::vector<std::string>& argv,
   for (std::string& s : args) arg_ptrs.push_back(s.data());
   arg_ptrs.push_back(nullptr);
 
+  // The child starts with no signal blocked: a blocked signal (the host
+  // takes its stop signals through a signalfd) would stay blocked after exec.
+  sigset_t no_signals;
+  sigemptyset(&no_signals);
+
   int report[2];  // The child writes errno here when exec fails.
   if (pipe2(report, O_CLOEXEC) != 0) io::raise_last_error("Cannot start " + program_);
   pid_ = fork();
@@ -44,6 +49,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& argv,
   }
   if (pid_ == 0) {
     if (inherit_fd >= 0) fcntl(inherit_fd, F_SETFD, 0);
+    sigprocmask(SIG_SETMASK, &no_signals, nullptr);
     execve(arg_ptrs[0], arg_ptrs.data(), env_ptrs.data());
     int code = errno;
     (void)!write(report[1], &code, sizeof(code));

@@ -12,6 +12,7 @@
 #include "host/parent_messenger.h"
 #include "host/parent_service.h"
 #include "host/scheduler_service.h"
+#include "host/stop_signals.h"
 #include "host/temp_dir.h"
 #include "host/world_dump.h"
 #include "host/world_load.h"
@@ -47,7 +48,14 @@ class Host {
   int run();
 
  private:
-  enum Source { kTimer = -1, kParent = 0, kScheduler = 1, kDatabase = 2, kReporter = 12 };
+  enum Source {
+    kSignal = -2,
+    kTimer = -1,
+    kParent = 0,
+    kScheduler = 1,
+    kDatabase = 2,
+    kReporter = 12
+  };
 
   void serve_round();
   void take(Source from);
@@ -65,19 +73,29 @@ class Host {
   ProgressWatch progress_;
   SchedulerService scheduler_service_;
   DatabaseService database_service_;
+  StopSignals stop_signals_;
   std::unique_ptr<ChildProcess> reporter_;
   double last_activity_ = now_seconds();
   bool stopping_ = false;
 };
 
 int Host::run() {
+  auto stopped = [this] { return stop_signals_.received() != 0; };
   // The in-process siblings are up once the parent gave them their areas.
-  while (!scheduler_.write_ready() || !database_.write_ready()) serve_round();
-  std::vector<std::string> argv{options_.reporter};
-  argv.insert(argv.end(), options_.reporter_args.begin(), options_.reporter_args.end());
-  reporter_ = std::make_unique<ChildProcess>(argv, parent_->child_environment(),
-                                             parent_->pool_descriptor());
-  while (!reporter_->exited()) serve_round();
+  while ((!scheduler_.write_ready() || !database_.write_ready()) && !stopped()) serve_round();
+  if (!stopped()) {
+    std::vector<std::string> argv{options_.reporter};
+    argv.insert(argv.end(), options_.reporter_args.begin(), options_.reporter_args.end());
+    reporter_ = std::make_unique<ChildProcess>(argv, parent_->child_environment(),
+                                               parent_->pool_descriptor());
+    while (!reporter_->exited() && !stopped()) serve_round();
+  }
+  if (stopped()) {
+    // The reporter's destructor kills and reaps it, the caller's TempDir
+    // takes the FIFOs.
+    std::cerr << "tavrel-host: stopped by signal " << stop_signals_.received() << "\n";
+    return 128 + stop_signals_.received();
+  }
   parent_->child_died(kReporter);
   return reporter_->exit_code();
 }
@@ -108,6 +126,7 @@ void Host::serve_round() {
   selector.add(parent_queue_.in_front(), kParent);
   selector.add(scheduler_queue_.in_front(), kScheduler);
   selector.add(database_queue_.in_front(), kDatabase);
+  selector.add(stop_signals_, kSignal);
   if (reporter_ && !reporter_->exited()) selector.add(*reporter_, kReporter);
   std::unique_ptr<io::Timer> timer;
   if (std::optional<double> deadline = next_deadline()) {
@@ -117,7 +136,7 @@ void Host::serve_round() {
     selector.add(*timer, kTimer);
   }
   Source who = static_cast<Source>(selector.poll().second);
-  if (who == kReporter) return;
+  if (who == kReporter || who == kSignal) return;
   if (who != kTimer) take(who);
   double now = now_seconds();
   scheduler_service_.send_due(scheduler_queue_, now);

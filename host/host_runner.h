@@ -32,7 +32,9 @@ struct HostOptions {
   uint64_t area_size = 4u << 20;      // Bytes of each sibling's write area.
 };
 
-// Runs the host; returns the reporter's exit code (0 when it exited 0).
+// Runs the host; returns the reporter's exit code (0 when it exited 0), or
+// 128 + the signal when SIGINT, SIGTERM or SIGHUP stopped the host: the
+// reporter is then killed and the FIFOs removed, and the dump still written.
 // Raises error::Exception when the world can't be loaded or the system
 // refuses the pool, the FIFOs or the process.
 int run_host(const HostOptions& options);

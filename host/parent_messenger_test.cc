@@ -12,6 +12,7 @@
 #include <map>
 
 #include "host/child_process.h"
+#include "host/temp_dir.h"
 #include "host/frames.h"
 #include "io/errors.h"
 #include "io/selector.h"
@@ -32,8 +33,6 @@ constexpr int kLate = 5;
 class MessengerTest : public testing::Test {
  protected:
   MessengerTest() {
-    char pattern[] = "/tmp/tavrel-messenger-XXXXXX";
-    dir_ = mkdtemp(pattern);
     parent_ = ParentMessenger::create(dir_ + "/tavrelsmem", 64 * 1024, 4096);
     dbms_ = std::make_unique<io::SiblingMessenger>(kDbms, parent_->configuration());
     EXPECT_TRUE(serve_until([&] { return parent_->running(kDbms) && dbms_->write_ready(); }));
@@ -43,7 +42,6 @@ class MessengerTest : public testing::Test {
     child_.reset();
     dbms_.reset();
     parent_.reset();
-    std::filesystem::remove_all(dir_);
   }
 
   void start_child() {
@@ -97,7 +95,8 @@ class MessengerTest : public testing::Test {
     return text;
   }
 
-  std::string dir_;
+  TempDir temp_{"tavrel-messenger"};  // Under $TMPDIR, removed with the fixture.
+  const std::string dir_ = temp_.path();
   std::unique_ptr<ParentMessenger> parent_;
   std::unique_ptr<io::SiblingMessenger> dbms_;
   std::unique_ptr<ChildProcess> child_;

@@ -5,10 +5,10 @@
 
 #include <chrono>
 #include <deque>
-#include <filesystem>
 #include <functional>
 
 #include "host/child_process.h"
+#include "host/temp_dir.h"
 #include "host/parent_messenger.h"
 #include "io/errors.h"
 #include "io/selector.h"
@@ -26,8 +26,6 @@ using queues::event;
 class QueueTest : public testing::Test {
  protected:
   QueueTest() {
-    char pattern[] = "/tmp/tavrel-queue-XXXXXX";
-    dir_ = mkdtemp(pattern);
     parent_ = ParentMessenger::create(dir_ + "/tavrelsmem", 256 * 1024, 16 * 1024);
     dbms_ = std::make_unique<io::SiblingMessenger>(queues::dbms, parent_->configuration());
     EXPECT_TRUE(serve_until([&] { return dbms_->write_ready(); }));
@@ -47,7 +45,6 @@ class QueueTest : public testing::Test {
     child_.reset();
     dbms_.reset();
     parent_.reset();
-    std::filesystem::remove_all(dir_);
   }
 
   bool serve_until(const std::function<bool()>& done) {
@@ -111,7 +108,8 @@ class QueueTest : public testing::Test {
     prim.flush();
   }
 
-  std::string dir_;
+  TempDir temp_{"tavrel-queue"};  // Under $TMPDIR, removed with the fixture.
+  const std::string dir_ = temp_.path();
   std::unique_ptr<ParentMessenger> parent_;
   std::unique_ptr<io::SiblingMessenger> dbms_;
   std::unique_ptr<ChildProcess> child_;

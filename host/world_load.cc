@@ -17,6 +17,40 @@ namespace {
 
 using Json = nlohmann::json;
 
+// Deeper JSON is refused before it is parsed, so that no walk over a parsed
+// value (a copy, a comparison, a dump: the JSON library does these
+// recursively) can run out of stack. An object level of the tree takes two
+// JSON levels (the object and its children array), so objects at kMaxDepth
+// stay well within it and get the loader's own message.
+constexpr size_t kMaxJsonDepth = 1024;
+
+// Raises when arrays and objects in `text` nest deeper than kMaxJsonDepth.
+// Brackets within strings don't count; syntax is left to the parser.
+void check_nesting(const std::string& text) {
+  size_t depth = 0;
+  bool in_string = false;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (in_string) {
+      if (c == '\\') {
+        ++i;
+      } else if (c == '"') {
+        in_string = false;
+      }
+    } else if (c == '"') {
+      in_string = true;
+    } else if (c == '[' || c == '{') {
+      if (++depth > kMaxJsonDepth) {
+        throw EWorldError("", "not valid JSON: arrays and objects nested deeper than " +
+                                  std::to_string(kMaxJsonDepth) + " levels at byte " +
+                                  std::to_string(i + 1));
+      }
+    } else if ((c == ']' || c == '}') && depth > 0) {
+      --depth;
+    }
+  }
+}
+
 // Raises unless `value` is an object whose members are all in `allowed`.
 void check_members(const Json& value, const std::string& path, const std::set<std::string>& allowed,
                    const char* what) {
@@ -294,10 +328,12 @@ void load_world(const Json& world, Database& db, control::Server_Configuration_F
 
 void load_world_text(const std::string& text, Database& db,
                      control::Server_Configuration_Fields& config) {
+  check_nesting(text);
   Json world;
   try {
     world = Json::parse(text);
-  } catch (const Json::parse_error& e) {
+  } catch (const Json::exception& e) {
+    // Not only parse_error: a number too big for a double is out_of_range.
     throw EWorldError("", std::string("not valid JSON: ") + e.what());
   }
   load_world(world, db, config);

@@ -17,8 +17,10 @@ namespace host {
 void load_world(const nlohmann::json& world, Database& db,
                 control::Server_Configuration_Fields& config);
 
-// Parses `text` as JSON and loads it. A syntax error is an EWorldError with
-// the parser's message (which gives the byte position).
+// Parses `text` as JSON and loads it. A syntax error, a number out of the
+// range of a double, or arrays and objects nested deeper than 1024 levels is
+// an EWorldError "not valid JSON: " + the reason (which gives the byte
+// position). Nothing else than error::Exception leaves it.
 void load_world_text(const std::string& text, Database& db,
                      control::Server_Configuration_Fields& config);
 

@@ -187,8 +187,8 @@ TEST(WorldLoadTest, ConfigFieldsOfEveryTypeRoundTrip) {
 
 TEST(WorldLoadTest, DeeplyNestedObjectsAreRefusedBeforeLoading) {
   std::string text = R"({"objects": {"class": "Domain")";
-  for (int i = 0; i < 5000; ++i) text += R"(, "children": [{"class": "Node")";
-  for (int i = 0; i < 5000; ++i) text += "}]";
+  for (int i = 0; i < 300; ++i) text += R"(, "children": [{"class": "Node")";
+  for (int i = 0; i < 300; ++i) text += "}]";
   const std::string error = load_error(text + "}}");
   EXPECT_NE(std::string::npos, error.find(": objects nested deeper than 256 levels")) << error;
 }
@@ -251,8 +251,28 @@ TEST(WorldLoadTest, FailingCreatesAndUpdatesLoadDumpAndFail) {
 
 TEST(WorldLoadTest, SyntaxErrorsAndMissingFilesAreWorldErrors) {
   EXPECT_EQ(0u, load_error(R"({"objects": )").find("not valid JSON: "));
+  // The parser raises out_of_range, not parse_error, for a number that no
+  // double holds; it once ended the process.
+  const std::string overflow = load_error(R"({"config": {"log_mask": 1e9999}})");
+  EXPECT_EQ(0u, overflow.find("not valid JSON: ")) << overflow;
+  EXPECT_NE(std::string::npos, overflow.find("number overflow")) << overflow;
   Loaded w;
   EXPECT_THROW(load_world_file("/nonexistent/world.json", w.db, w.config), EWorldError);
+}
+
+// Any JSON nesting deeper than 1024 levels is refused before parsing, wherever
+// it is (here in the comment, which is otherwise not looked at); brackets in
+// strings don't count.
+TEST(WorldLoadTest, DeepJsonIsRefusedBeforeParsing) {
+  auto nested = [](int levels) {
+    return R"({"comment": )" + std::string(levels - 1, '[') + std::string(levels - 1, ']') + "}";
+  };
+  EXPECT_EQ("loaded", load_error(nested(1024)));
+  EXPECT_EQ("not valid JSON: arrays and objects nested deeper than 1024 levels at byte 1036",
+            load_error(nested(1025)));
+  EXPECT_EQ("not valid JSON: arrays and objects nested deeper than 1024 levels at byte 1025",
+            load_error(std::string(100000, '{')));
+  EXPECT_EQ("loaded", load_error(R"({"comment": ")" + std::string(5000, '[') + R"(\"{"})"));
 }
 
 TEST(WorldDumpTest, DumpLoadsAgainIntoAnEqualDatabase) {
