@@ -73,6 +73,14 @@ def wait_for_port(port, proc):
 class Server:
     """A process started by the test and stopped by its pid."""
 
+    def started(self, wait):
+        """Runs `wait`; if it raises, the process is stopped first."""
+        try:
+            wait()
+        except Exception:
+            self.stop()
+            raise
+
     def stop(self):
         if self.proc.poll() is None:
             self.proc.kill()
@@ -95,7 +103,7 @@ class Aiosmtpd(Server):
             [python, "-m", "aiosmtpd", "-n", "-s", "0", "-l", "127.0.0.1:%d" % self.port,
              "-c", "refusing_mailbox.RefusingMailbox", self.maildir],
             stdout=self.output, stderr=subprocess.STDOUT, env=env)
-        wait_for_port(self.port, self.proc)
+        self.started(lambda: wait_for_port(self.port, self.proc))
 
     def mails(self):
         return list(mailbox.Maildir(self.maildir, create=False))
@@ -113,11 +121,14 @@ class Peer(Server):
         self.proc = subprocess.Popen([python, smtp_peer, self.work],
                                      stdout=self.output, stderr=subprocess.STDOUT)
         port_file = os.path.join(self.work, "port")
-        for _ in range(200):
-            if os.path.exists(port_file) or self.proc.poll() is not None:
-                break
-            time.sleep(0.05)
-        self.port = int(open(port_file).read())
+
+        def read_port():
+            for _ in range(200):
+                if os.path.exists(port_file) or self.proc.poll() is not None:
+                    break
+                time.sleep(0.05)
+            self.port = int(open(port_file).read())
+        self.started(read_port)
 
     def received(self):
         return open(os.path.join(self.work, "received"), "rb").read()
