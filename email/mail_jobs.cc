@@ -39,12 +39,26 @@ void report_unknown_destination(const tql::id_t& report_id, uint32_t order,
   }
 }
 
+// False only when the job is known to be gone.
+bool still_stored(const tql::patch_t& job, MailingBackend& backend) {
+  try {
+    return backend.job_stored(job.id);
+  } catch (const errors::tql& e) {
+    trace("Could not look up ReportSendTo job, serving it: " + e.text());
+    return true;
+  }
+}
+
 }  // namespace
 
 void treat_send_jobs(const tql::patch_t& report, MailingBackend& backend) {
   for (const tql::patch_t& instance : report.children) {
     const uint32_t order = order_of(instance);
     for (const tql::patch_t& job : instance.children) {
+      if (!still_stored(job, backend)) {
+        trace("ReportSendTo job " + job.id.text() + " is gone, skipping.");
+        continue;
+      }
       if (const auto* list = destination_of(job)) {
         backend.mail({list->value.begin(), list->value.end()}, instance.id, report.id);
       } else {

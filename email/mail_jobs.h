@@ -26,6 +26,10 @@ class MailingBackend {
   virtual void incident(const tql::id_t& report_id, uint32_t severity, const std::string& text) = 0;
   // Deletes the job. May raise errors::tql.
   virtual void delete_job(const tql::id_t& id, tql::version_t version) = 0;
+  // Whether the job is still stored. A reply that the database sent while
+  // an earlier reply waited in our queue still shows the jobs that the
+  // earlier one served and deleted. May raise errors::tql.
+  virtual bool job_stored(const tql::id_t& id) = 0;
 };
 
 // Serves one reply of the mailing subscription: `inresponse` is the request
@@ -40,4 +44,7 @@ void serve_mail_reply(const dbms::Return_Tql_Select_Data& reply, uint32_t inresp
 // job whose `destination` is no (non-null) list of strings is logged, told
 // in the report's incidents and deleted as well. A failure to delete a job
 // or to write that incident (errors::tql) is traced, and the walk goes on.
+// A job that is no longer stored was served already (from an earlier reply)
+// and is skipped with a trace, so that nobody gets the same report twice; a
+// failure to look it up counts as stored.
 void treat_send_jobs(const tql::patch_t& report, MailingBackend& backend);

@@ -59,9 +59,15 @@ class RecordingBackend : public MailingBackend {
     calls.push_back("delete " + job.text());
     if (undeletable.count(job.text())) throw errors::tql(3, "updated by other");
   }
+  bool job_stored(const tql::id_t& job) override {
+    if (unreadable.count(job.text())) throw errors::tql(10, "lookup failed");
+    return gone.count(job.text()) == 0;
+  }
 
   std::vector<std::string> calls;
   std::set<std::string> undeletable;
+  std::set<std::string> gone;        // job_stored says false
+  std::set<std::string> unreadable;  // job_stored raises
   bool failIncident = false;
 };
 
@@ -150,6 +156,25 @@ TEST_F(MailJobsTest, FailedDeletionOrIncidentDoesNotStopTheWalk) {
   EXPECT_EQ("Could not delete ReportSendTo job, skipping.", log.traces[0]);
   EXPECT_TRUE(log.traces[1].starts_with("Could not write the incident of a ReportSendTo job: "))
       << log.traces[1];
+}
+
+// A reply sent before the jobs of an earlier reply were deleted shows them
+// again: they are neither mailed nor deleted a second time. A lookup that
+// fails serves the job as before.
+TEST_F(MailJobsTest, JobsThatAreGoneAreNotMailedAgain) {
+  backend.gone = {"62.1", "62.3"};
+  backend.unreadable = {"62.2"};
+  serve({object(mail_schema::kReport, id(5, 1),
+                {instance(1, 0, {job(1, {"a@x"}), job(2, {"b@x"}),
+                                 object(mail_schema::kReportSendTo, id(62, 3))})})});
+  const std::vector<std::string> expected = {"mail 38.1 of 5.1 to b@x", "delete 62.2"};
+  EXPECT_EQ(expected, backend.calls);
+  const std::vector<std::string> traces = {
+      "ReportSendTo job 62.1 is gone, skipping.",
+      "Could not look up ReportSendTo job, serving it: lookup failed",
+      "ReportSendTo job 62.3 is gone, skipping."};
+  EXPECT_EQ(traces, log.traces);
+  EXPECT_TRUE(log.lines.empty());
 }
 
 TEST_F(MailJobsTest, RepliesThatCarryNoJobs) {

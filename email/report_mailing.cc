@@ -73,6 +73,9 @@ class StoredMailing : public MailingBackend {
   void delete_job(const tql::id_t& id, tql::version_t version) override {
     tql::delete_object(id, version);
   }
+  bool job_stored(const tql::id_t& id) override {
+    return tql::get_object(id, mail_schema::kReportSendTo, *queues::global_queue()) != nullptr;
+  }
 };
 
 }  // namespace

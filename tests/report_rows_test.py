@@ -21,6 +21,7 @@ import sys
 import tempfile
 
 from cases import case, finish
+from dump import objects_by_id
 
 host, reporter = sys.argv[1], sys.argv[2]
 here = os.path.dirname(os.path.abspath(__file__))
@@ -69,13 +70,7 @@ class Run:
             self.code, self.stderr = done.returncode, done.stderr
             self.dump = json.load(open(dump_file))
             self.left = [n for n in os.listdir(d) if n.startswith("tavrel-host")]
-        self.by_id = {}
-
-        def walk(o):
-            self.by_id[o["id"]] = o
-            for c in o.get("children", []):
-                walk(c)
-        walk(self.dump["objects"])
+        self.by_id = objects_by_id(self.dump)
         self.series = {(s["owner"], s["property"]): s for s in self.dump.get("series", [])}
 
     def instance(self):

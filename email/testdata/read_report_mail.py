@@ -2,7 +2,8 @@
 checks, one fact per line: headers, the tree of parts with their content
 ids, the cid: references of the HTML in order of first use, and for each
 picture whether it decodes: a PNG must have its signature, chunks with good
-CRCs from IHDR to IEND and IDAT data that inflates; a GIF its header.
+CRCs from IHDR to IEND and IDAT data that inflates (png_check.py); a GIF
+its header.
 The decoded text and HTML parts are written to OUTDIR/text and OUTDIR/html.
 
 usage: read_report_mail.py MAILDIR OUTDIR
@@ -10,35 +11,16 @@ usage: read_report_mail.py MAILDIR OUTDIR
 import mailbox
 import os
 import re
-import struct
 import sys
-import zlib
+
+from png_check import png_problem
 
 out_dir = sys.argv[2]
 
 
 def check_png(data):
-    if data[:8] != b"\x89PNG\r\n\x1a\n":
-        return "no PNG signature"
-    pos, names, idat, size = 8, [], b"", None
-    while pos < len(data):
-        if pos + 12 > len(data):
-            return "truncated chunk"
-        length, name = struct.unpack(">I4s", data[pos:pos + 8])
-        body = data[pos + 8:pos + 8 + length]
-        (crc,) = struct.unpack(">I", data[pos + 8 + length:pos + 12 + length])
-        if zlib.crc32(name + body) != crc:
-            return f"bad CRC in {name!r}"
-        names.append(name)
-        if name == b"IHDR":
-            size = struct.unpack(">II", body[:8])
-        elif name == b"IDAT":
-            idat += body
-        pos += 12 + length
-    if not names or names[0] != b"IHDR" or names[-1] != b"IEND":
-        return f"chunks {names}"
-    zlib.decompress(idat)
-    return f"ok {size[0]} x {size[1]}"
+    problem, size = png_problem(data)
+    return problem if problem else f"ok {size[0]} x {size[1]}"
 
 
 def show(part, depth):
