@@ -30,6 +30,7 @@ import threading
 import time
 
 from cases import case, finish
+from run_results import RunResults, clean
 
 host, reporter, tool, resources = sys.argv[1:5]
 here = os.path.dirname(os.path.abspath(__file__))
@@ -101,7 +102,7 @@ def report(rid, name, contains="0.1.2", kind=1, destination=None):
     return {"class": "Report", "id": rid, "props": p, "children": children}
 
 
-class Run:
+class Run(RunResults):
     """One host run on `w` (a world, or a file name); `on_progress(run, line)`
     sees each --progress line as it comes. Keeps the exit code, standard
     error, the log lines without date and clock, and the dump."""
@@ -136,22 +137,7 @@ class Run:
                     self.proc.wait()
                 reader.join()
             self.stderr = err[0] if err else ""
-            self.lines = [l.split(" ", 2)[2] for l in open(log_file).read().splitlines()]
-            self.dump = json.load(open(dump_file)) if os.path.exists(dump_file) else None
-            self.left = [n for n in os.listdir(d) if n.startswith("tavrel-host")]
-
-    def having(self, prefix):
-        return [l for l in self.lines if l.startswith(prefix)]
-
-    def objects(self):
-        found = {}
-
-        def walk(o):
-            found[o["id"]] = o
-            for c in o.get("children", []):
-                walk(c)
-        walk(self.dump["objects"])
-        return found
+            self.read_results(d, log_file, dump_file)
 
     def children(self, rid, cls):
         return [c for c in self.objects()[rid].get("children", []) if c["class"] == cls]
@@ -166,12 +152,6 @@ class Run:
 def finished(instance):
     p = instance["props"]
     return value(p["workerNode"]) == 0 and value(p["progress"]) == 100
-
-
-def clean(run, check):
-    check(run.left == [], "left behind: %r" % run.left)
-    check("Sanitizer" not in run.stderr and "runtime error" not in run.stderr,
-          "sanitizer: %r" % run.stderr)
 
 
 def served(run, check, rid, done=True, number=1):
