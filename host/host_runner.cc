@@ -114,7 +114,10 @@ std::optional<double> Host::next_deadline() const {
   // event to return, so before the reporter runs the loop looks again soon.
   if (!reporter_) earliest(now_seconds() + 0.01);
   if (options_.until_idle && !stopping_) earliest(last_activity_ + *options_.until_idle);
-  if (options_.stop_after && !stopping_) earliest(started_ + *options_.stop_after);
+  // A stop time before INIT_OK waits for it (an event), not for a timer.
+  if (options_.stop_after && !stopping_ && parent_service_.initialized()) {
+    earliest(started_ + *options_.stop_after);
+  }
   return when;
 }
 
