@@ -25,7 +25,13 @@ const typename Req::record_type* as(const queues::event& e) {
 }  // namespace
 
 void DatabaseService::handle(const queues::event& request, queues::childqueue& queue, double now) {
-  if (request.exception) return;
+  if (request.exception || gone_) return;
+  if (db_.vanish_after() && served_ >= *db_.vanish_after()) {
+    gone_ = true;
+    if (log_) write_log_line(*log_, "database: gone after " + std::to_string(served_) + " requests");
+    return;
+  }
+  ++served_;
   try {
     dispatch(request, queue, now);
   } catch (const error::Exception& e) {
@@ -100,6 +106,7 @@ void DatabaseService::note(const char* what, const queues::event& request, const
 }
 
 void DatabaseService::send_due(queues::childqueue& queue, double now) {
+  if (gone_) return;
   for (DueReply& due : registry_.due(db_, now)) {
     queue.send(queues::Return_Tql_Select_Event(due.key.first, due.key.second, std::move(due.reply)));
   }

@@ -37,6 +37,10 @@ class DatabaseService {
   void send_due(queues::childqueue& queue, double now);
   // When the next subscription reply may be due, if one is waiting.
   std::optional<double> next_due() const { return registry_.next_due(); }
+  // True once the world's `vanish_after` requests were answered and another
+  // came: that one and all later ones go unanswered, and the host is to
+  // take the endpoint away (the siblings then see it die).
+  bool gone() const { return gone_; }
 
  private:
   void dispatch(const queues::event& request, queues::childqueue& queue, double now);
@@ -52,6 +56,8 @@ class DatabaseService {
   SubscriptionRegistry registry_;
   ProgressWatch* progress_;
   std::ostream* log_;
+  int64_t served_ = 0;
+  bool gone_ = false;
 };
 
 }  // namespace host

@@ -34,6 +34,7 @@ class Host {
   Host(const HostOptions& options, const std::string& fifo_prefix, Database& db,
        const control::Server_Configuration_Fields& config, std::ostream& log)
       : options_(options),
+        log_(log),
         parent_(ParentMessenger::create(fifo_prefix, options.pool_size, options.area_size)),
         scheduler_(queues::schd, parent_->configuration()),
         database_(queues::dbms, parent_->configuration()),
@@ -63,6 +64,7 @@ class Host {
   bool idle(double now) const;
 
   const HostOptions& options_;
+  std::ostream& log_;
   std::unique_ptr<ParentMessenger> parent_;
   io::SiblingMessenger scheduler_;
   io::SiblingMessenger database_;
@@ -75,8 +77,10 @@ class Host {
   DatabaseService database_service_;
   StopSignals stop_signals_;
   std::unique_ptr<ChildProcess> reporter_;
-  double last_activity_ = now_seconds();
+  const double started_ = now_seconds();
+  double last_activity_ = started_;
   bool stopping_ = false;
+  bool database_gone_ = false;
 };
 
 int Host::run() {
@@ -110,11 +114,17 @@ std::optional<double> Host::next_deadline() const {
   // event to return, so before the reporter runs the loop looks again soon.
   if (!reporter_) earliest(now_seconds() + 0.01);
   if (options_.until_idle && !stopping_) earliest(last_activity_ + *options_.until_idle);
+  // A stop time before INIT_OK waits for it (an event), not for a timer.
+  if (options_.stop_after && !stopping_ && parent_service_.initialized()) {
+    earliest(started_ + *options_.stop_after);
+  }
   return when;
 }
 
 bool Host::idle(double now) const {
-  if (!options_.until_idle || stopping_) return false;
+  if (stopping_) return false;
+  if (options_.stop_after && now - started_ >= *options_.stop_after) return true;
+  if (!options_.until_idle) return false;
   double limit = *options_.until_idle;
   if (now - last_activity_ < limit) return false;
   std::optional<double> next = scheduler_service_.next_time();
@@ -125,7 +135,7 @@ void Host::serve_round() {
   io::Selector<int> selector;
   selector.add(parent_queue_.in_front(), kParent);
   selector.add(scheduler_queue_.in_front(), kScheduler);
-  selector.add(database_queue_.in_front(), kDatabase);
+  if (!database_gone_) selector.add(database_queue_.in_front(), kDatabase);
   selector.add(stop_signals_, kSignal);
   if (reporter_ && !reporter_->exited()) selector.add(*reporter_, kReporter);
   std::unique_ptr<io::Timer> timer;
@@ -140,9 +150,16 @@ void Host::serve_round() {
   if (who != kTimer) take(who);
   double now = now_seconds();
   scheduler_service_.send_due(scheduler_queue_, now);
-  database_service_.send_due(database_queue_, now);
+  if (database_service_.gone() && !database_gone_) {
+    // Nothing is sent on the endpoint from now on; its area goes back to
+    // the pool and the siblings hear that it died.
+    database_gone_ = true;
+    parent_->child_died(kDatabase);
+  }
+  if (!database_gone_) database_service_.send_due(database_queue_, now);
   if (idle(now) && reporter_ && parent_service_.initialized()) {
     stopping_ = true;
+    write_log_line(log_, "stop: SYS_EXIT to rept");
     parent_queue_.send(queues::Sys_Exit_Event(queues::rept, 0, {}));
     if (options_.exit_twice) parent_queue_.send(queues::Sys_Exit_Event(queues::rept, 0, {}));
     parent_service_.ask_metrics(parent_queue_, "stopping");

@@ -5,7 +5,11 @@
 // as sibling 12 and serves it until it ends. With an idle limit, an orderly
 // stop (SYS_EXIT, then the messenger's shutdown) begins once that many
 // seconds passed with no event exchanged and no scheduled event due within
-// them. The whole database can then be written to a dump in the world
+// them; with a stop time, it begins that many seconds after the start even
+// while events flow (the reporter takes the SYS_EXIT when it is next free).
+// When the world's faults make the database vanish, the host takes the
+// endpoint away as if its process had died: the reporter gets SiblingDied.
+// The whole database can then be written to a dump in the world
 // format. The stop can send SYS_EXIT twice, to try the reporter's refusal
 // of the second; metrics named in the options are asked for when the
 // reporter is ready and again right after the stop's SYS_EXIT.
@@ -22,6 +26,7 @@ struct HostOptions {
   std::string reporter;               // The reporter program.
   std::vector<std::string> reporter_args;  // Its arguments; the report process takes none.
   std::optional<double> until_idle;   // Seconds without events before the stop.
+  std::optional<double> stop_after;   // Seconds after the start before the stop, busy or not.
   std::string dump;                   // Where to write the database at the end; empty: nowhere.
   std::string log;                    // The parent's log file; empty: standard error.
   double eval_scale = 1.0;            // Scale of the subscriptions' least reply interval.

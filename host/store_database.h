@@ -13,6 +13,7 @@
 // ignores the subscription bit of `flags`. Not thread safe.
 #pragma once
 
+#include <optional>
 #include <set>
 
 #include "dbms/tql_records.h"
@@ -67,12 +68,19 @@ class Database {
   const std::set<int32_t>& failing_creates() const { return failing_creates_; }
   const std::set<int32_t>& failing_updates() const { return failing_updates_; }
 
+  // Test switch (the world's `faults`): the database endpoint answers this
+  // many requests and then vanishes, as a crashed database process would.
+  // Empty: it never does. The endpoint counts; the store only keeps it.
+  std::optional<int64_t> vanish_after() const { return vanish_after_; }
+  void set_vanish_after(int64_t requests) { vanish_after_ = requests; }
+
  private:
   ObjectStore objects_;
   SeriesStore series_;
   int32_t subscription_fault_ = 0;
   std::set<int32_t> failing_creates_;
   std::set<int32_t> failing_updates_;
+  std::optional<int64_t> vanish_after_;
 };
 
 }  // namespace host

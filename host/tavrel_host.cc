@@ -1,7 +1,7 @@
 // tavrel-host: the stand-in parent, scheduler and database of the report
 // process, for trying the product on one machine and for end-to-end tests.
 //
-//   tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]
+//   tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS] [--stop-after SECONDS]
 //                   [--dump FILE] [--log FILE] [--eval-scale X] [--progress]
 //                   [--metric PATH]... [--exit-twice]
 //   tavrel-host check --world FILE
@@ -39,6 +39,7 @@ int run(tools::Args& args, const char* argv0) {
   options.world = args.required("--world");
   options.reporter = args.option("--reporter").value_or(default_reporter(argv0));
   if (auto idle = args.option("--until-idle")) options.until_idle = tools::Args::to_double(*idle);
+  if (auto stop = args.option("--stop-after")) options.stop_after = tools::Args::to_double(*stop);
   options.dump = args.option("--dump").value_or("");
   options.log = args.option("--log").value_or("");
   if (auto scale = args.option("--eval-scale")) options.eval_scale = tools::Args::to_double(*scale);
@@ -75,6 +76,7 @@ int main(int argc, char** argv) {
     if (command == "run") return run(args, argv[0]);
     if (command == "check") return check(args);
     std::cerr << "usage: tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]\n"
+                 "                       [--stop-after SECONDS]\n"
                  "                       [--dump FILE] [--log FILE] [--eval-scale X] [--progress]\n"
                  "                       [--metric PATH]... [--exit-twice]\n"
                  "       tavrel-host check --world FILE\n";

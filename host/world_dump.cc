@@ -59,6 +59,7 @@ Json dump_world(const Database& db, const control::Server_Configuration_Fields& 
   }
   if (!db.failing_creates().empty()) world["faults"]["fail_create"] = class_names(db.failing_creates());
   if (!db.failing_updates().empty()) world["faults"]["fail_update"] = class_names(db.failing_updates());
+  if (db.vanish_after()) world["faults"]["vanish_after"] = *db.vanish_after();
   return world;
 }
 

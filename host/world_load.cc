@@ -146,8 +146,15 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
 }
 
 void WorldLoader::load_faults(const Json& faults) {
-  check_members(faults, "faults", {"subscription_status", "fail_create", "fail_update"},
-                "an object with subscription_status, fail_create and fail_update");
+  check_members(faults, "faults", {"subscription_status", "fail_create", "fail_update", "vanish_after"},
+                "an object with subscription_status, fail_create, fail_update and vanish_after");
+  if (faults.contains("vanish_after")) {
+    const Json& count = faults["vanish_after"];
+    if (!count.is_number_integer() || count.get<int64_t>() < 0) {
+      throw EWorldError("faults.vanish_after", "expected a number of requests from 0");
+    }
+    db_.set_vanish_after(count.get<int64_t>());
+  }
   if (faults.contains("subscription_status")) {
     const Json& status = faults["subscription_status"];
     if (!status.is_number_integer() || status.get<int64_t>() < 0 ||

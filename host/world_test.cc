@@ -249,6 +249,25 @@ TEST(WorldLoadTest, FailingCreatesAndUpdatesLoadDumpAndFail) {
             load_error(R"({"faults": {"fail_update": [4]}})"));
 }
 
+TEST(WorldLoadTest, VanishAfterLoadsDumpsAndRefusesBadCounts) {
+  Loaded w;
+  EXPECT_FALSE(w.db.vanish_after().has_value());
+  load_world_text(R"({"faults": {"vanish_after": 0}})", w.db, w.config);
+  EXPECT_EQ(std::optional<int64_t>(0), w.db.vanish_after());
+  load_world_text(R"({"faults": {"vanish_after": 80}})", w.db, w.config);
+  const Json dumped = dump_world(w.db, w.config);
+  EXPECT_EQ(Json::parse(R"({"vanish_after": 80})"), dumped["faults"]);
+  Loaded again;
+  load_world_text(dumped.dump(), again.db, again.config);
+  EXPECT_EQ(std::optional<int64_t>(80), again.db.vanish_after());
+
+  for (const char* bad : {"-1", "1.5", "\"80\"", "null"}) {
+    EXPECT_EQ("faults.vanish_after: expected a number of requests from 0",
+              load_error(std::string(R"({"faults": {"vanish_after": )") + bad + "}}"))
+        << bad;
+  }
+}
+
 TEST(WorldLoadTest, SyntaxErrorsAndMissingFilesAreWorldErrors) {
   EXPECT_EQ(0u, load_error(R"({"objects": )").find("not valid JSON: "));
   // The parser raises out_of_range, not parse_error, for a number that no

@@ -15,12 +15,13 @@ import sys
 import tempfile
 
 from cases import case, finish
+from run_results import RunResults, clean
 
 host, reporter = sys.argv[1], sys.argv[2]
 worlds = os.path.join(os.path.dirname(os.path.abspath(__file__)), "worlds")
 
 
-class Run:
+class Run(RunResults):
     """One run of the host until it has been idle for a second."""
 
     def __init__(self, world, *extra):
@@ -34,35 +35,10 @@ class Run:
                 capture_output=True, text=True, timeout=120, env=env)
             self.code = done.returncode
             self.stderr = done.stderr
-            # Each line without its date and clock.
-            self.lines = [l.split(" ", 2)[2] for l in open(log_file).read().splitlines()]
-            self.dump = json.load(open(dump_file)) if os.path.exists(dump_file) else None
-            # The messenger's FIFO directory goes with the host.
-            self.left = [n for n in os.listdir(d) if n.startswith("tavrel-host")]
-
-    def having(self, prefix):
-        return [l for l in self.lines if l.startswith(prefix)]
-
-    def objects(self):
-        """Every object of the dump by id."""
-        found = {}
-
-        def walk(o):
-            found[o["id"]] = o
-            for c in o.get("children", []):
-                walk(c)
-        walk(self.dump["objects"])
-        return found
+            self.read_results(d, log_file, dump_file)
 
     def children(self, report_id):
         return [c["id"] for c in self.objects()[report_id].get("children", [])]
-
-
-def clean(run, check):
-    """Nothing left behind, and no sanitizer report (under a sanitizer build)."""
-    check(run.left == [], "left behind: %r" % run.left)
-    check("Sanitizer" not in run.stderr and "runtime error" not in run.stderr,
-          "sanitizer: %r" % run.stderr)
 
 
 def orderly(run, check):

@@ -1,0 +1,36 @@
+"""What a run of tavrel-host leaves for the end-to-end tests to read: the
+log lines without their date and clock, the dump, and whatever of the
+messenger's FIFO directory is left in the run's TMPDIR."""
+import json
+import os
+
+
+class RunResults:
+    def read_results(self, tmpdir, log_file, dump_file):
+        """Reads the log and the dump (None when none was written) of a run
+        whose TMPDIR was `tmpdir`."""
+        self.lines = [l.split(" ", 2)[2] for l in open(log_file).read().splitlines()]
+        self.dump = json.load(open(dump_file)) if os.path.exists(dump_file) else None
+        # The messenger's FIFO directory goes with the host.
+        self.left = [n for n in os.listdir(tmpdir) if n.startswith("tavrel-host")]
+
+    def having(self, prefix):
+        return [l for l in self.lines if l.startswith(prefix)]
+
+    def objects(self):
+        """Every object of the dump by id."""
+        found = {}
+
+        def walk(o):
+            found[o["id"]] = o
+            for c in o.get("children", []):
+                walk(c)
+        walk(self.dump["objects"])
+        return found
+
+
+def clean(run, check):
+    """Nothing left behind, and no sanitizer report (under a sanitizer build)."""
+    check(run.left == [], "left behind: %r" % run.left)
+    check("Sanitizer" not in run.stderr and "runtime error" not in run.stderr,
+          "sanitizer: %r" % run.stderr)
