@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr LabelledProperty kScoreKeeper[] = {
+constexpr LabelledProperty kNodeScoreKeeper[] = {
     {"Checkin score", schema::kCheckinScore}, {"Missed checkin score", schema::kMissedCheckinScore},
     {"Warn at", schema::kWarn},               {"Warn ceiling", schema::kWarnCeiling},
     {"Alert", schema::kAlert},                {"Alert ceiling", schema::kAlertCeiling}};
@@ -51,7 +51,7 @@ void writeNodeConfiguration(RowSink& rows, ObjectSource& objects, const tql::id_
   const auto strategy = enumValue(node, schema::kAlertStrategy);
   rows.row(folder, "Alert strategy", alertStrategyText(strategy ? &*strategy : nullptr), {});
   if (strategy && *strategy == 1) {
-    for (const LabelledProperty& e : kScoreKeeper) {
+    for (const LabelledProperty& e : kNodeScoreKeeper) {
       rows.propertyRow(folder, e.label, node, e.property, false, "", {});
     }
   }

@@ -3,9 +3,13 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 
 #include "tql/patch.h"
+
+// The value that stands for a number that isn't set.
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 // The property when the object has it and it is not null, else null. The
 // patch keeps ownership.

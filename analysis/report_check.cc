@@ -19,7 +19,6 @@
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr int32_t kChartPoints = 438;
 
 bool hasSummaryRows(int32_t dataType) {

@@ -4,6 +4,7 @@
 #include <limits>
 #include <sstream>
 
+#include "analysis/object_values.h"
 #include "analysis/schema.h"
 #include "base/log.h"
 #include "tql/catalogue.h"
@@ -11,13 +12,6 @@
 #include "tql/errors.h"
 
 namespace {
-
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-
-const tql::property_t* setProperty(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = object.find_property(number);
-  return p != nullptr && !p->is_null ? p : nullptr;
-}
 
 double scalarOrNaN(const tql::patch_t& object, int32_t number) {
   const tql::property_t* p = setProperty(object, number);

@@ -45,3 +45,45 @@ function(tavrel_write_fuzzer_list)
   endforeach()
   file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/fuzzers.txt CONTENT "${lines}")
 endfunction()
+
+# Appends to `out` every target defined in `dir` and the folders below it.
+function(tavrel_targets_below dir out)
+  get_property(found DIRECTORY ${dir} PROPERTY BUILDSYSTEM_TARGETS)
+  get_property(subdirs DIRECTORY ${dir} PROPERTY SUBDIRECTORIES)
+  foreach(sub IN LISTS subdirs)
+    tavrel_targets_below(${sub} below)
+    list(APPEND found ${below})
+  endforeach()
+  set(${out} ${found} PARENT_SCOPE)
+endfunction()
+
+# Cuts compile time, which is most of a fresh build. With TAVREL_UNITY the
+# libraries and programs compile their sources in batches of 16, so the
+# standard headers are parsed once per batch instead of once per file. Test
+# programs stay one file at a time (their helpers in anonymous namespaces
+# share names across files) and instead share one precompiled GoogleTest
+# header. GCC 12 then reports its known false buffer warnings on inlined
+# std::string code (which it keeps quiet about when the header is parsed
+# normally), so those warnings are off for test programs; the sanitizer
+# build runs the same tests with real bounds checks. Call once, after all folders
+# were added.
+function(tavrel_tune_compilation)
+  tavrel_targets_below(${PROJECT_SOURCE_DIR} targets)
+  add_library(tavrel_gtest_pch STATIC ${PROJECT_SOURCE_DIR}/cmake/gtest_pch.cc)
+  target_link_libraries(tavrel_gtest_pch PRIVATE GTest::gtest)
+  target_precompile_headers(tavrel_gtest_pch PRIVATE <gtest/gtest.h>)
+  foreach(t IN LISTS targets)
+    get_target_property(type ${t} TYPE)
+    if(NOT type MATCHES "^(STATIC_LIBRARY|EXECUTABLE)$")
+      continue()
+    endif()
+    get_target_property(libs ${t} LINK_LIBRARIES)
+    if("GTest::gtest" IN_LIST libs)
+      set_target_properties(${t} PROPERTIES UNITY_BUILD OFF)
+      target_precompile_headers(${t} REUSE_FROM tavrel_gtest_pch)
+      target_compile_options(${t} PRIVATE -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
+    elseif(TAVREL_UNITY)
+      set_target_properties(${t} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 16)
+    endif()
+  endforeach()
+endfunction()

@@ -33,8 +33,8 @@ class Outline {
     std::string name, by;
     r.name(name);
     r.generatedBy(by);
-    out_ << "instance " << quoted(name) << " start " << r.start() << " duration "
-         << r.duration() << " generated " << r.generated() << " by " << quoted(by) << "\n";
+    out_ << "instance " << quote_line(name) << " start " << r.start() << " duration "
+         << r.duration() << " generated " << r.generated() << " by " << quote_line(by) << "\n";
     report::ContentList items;
     r.contents(items);
     for (auto& item : items) {
@@ -51,7 +51,7 @@ class Outline {
     item.comment(text);
     if (text.empty()) return;
     indent(level);
-    out_ << "comment " << quoted(text) << "\n";
+    out_ << "comment " << quote_line(text) << "\n";
   }
 
   void content(report::ReportFolderContent& item, int level) {
@@ -63,7 +63,7 @@ class Outline {
     if (dynamic_cast<report::ReportText*>(&item)) {
       std::string text;
       item.comment(text);
-      out_ << "text " << quoted(text) << "\n";
+      out_ << "text " << quote_line(text) << "\n";
     } else {
       out_ << "unknown item\n";
     }
@@ -81,7 +81,7 @@ class Outline {
     } else {
       out_ << "type " << type;
     }
-    out_ << " " << quoted(name) << " anchor " << anchor << "\n";
+    out_ << " " << quote_line(name) << " anchor " << anchor << "\n";
     comment(f, level + 1);
     {
       report::ContentList items;
@@ -105,7 +105,7 @@ class Outline {
     r.value(value);
     r.origin(origin);
     indent(level);
-    out_ << "row " << quoted(label) << " " << quoted(value);
+    out_ << "row " << quote_line(label) << " " << quote_line(value);
     if (!origin.empty()) out_ << " origin " << origin;
     out_ << "\n";
     comment(r, level + 1);
@@ -116,7 +116,7 @@ class Outline {
     g.name(name);
     g.anchor(anchor);
     indent(level);
-    out_ << "graph " << quoted(name) << " anchor " << anchor;
+    out_ << "graph " << quote_line(name) << " anchor " << anchor;
     if (details_) {
       std::string more = details_(g);
       if (!more.empty()) out_ << " " << more;
@@ -132,7 +132,7 @@ class Outline {
     std::string name;
     l.name(name);
     indent(level);
-    out_ << "log " << quoted(name) << "\n";
+    out_ << "log " << quote_line(name) << "\n";
     while (l.next()) {
       indent(level + 1);
       if (const char* word = severity_word(l.severity())) {
@@ -140,7 +140,7 @@ class Outline {
       } else {
         out_ << "severity " << l.severity();
       }
-      out_ << " " << l.time() << " " << quoted(l.text()) << "\n";
+      out_ << " " << l.time() << " " << quote_line(l.text()) << "\n";
     }
     comment(l, level + 1);
   }
@@ -156,7 +156,7 @@ void print_outline(report::ReportInstance& instance, std::ostream& out,
   Outline(out, details).instance(instance);
 }
 
-std::string quoted(const std::string& text) {
+std::string quote_line(const std::string& text) {
   std::string out = "\"";
   for (char c : text) {
     unsigned char u = static_cast<unsigned char>(c);

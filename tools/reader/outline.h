@@ -24,6 +24,8 @@ void print_outline(report::ReportInstance& instance, std::ostream& out,
 
 // `text` in double quotes, with \n, \r, \t, \", \\ and other control bytes
 // (\xNN) escaped, so that each item stays on one line.
-std::string quoted(const std::string& text);
+// (Not named `quoted`: where <iomanip> is in sight, argument-dependent lookup
+// would prefer std::quoted's overload for non-const strings.)
+std::string quote_line(const std::string& text);
 
 }  // namespace tools

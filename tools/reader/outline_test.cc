@@ -74,7 +74,7 @@ TEST(OutlineTest, ItemsAreDroppedAsSoonAsTheyArePrinted) {
 }
 
 TEST(OutlineTest, QuotingKeepsEachItemOnOneLine) {
-  EXPECT_EQ("\"a\\\"b\\\\c\\r\\t\\x01\\x7f\xe9\"", quoted("a\"b\\c\r\t\x01\x7f\xe9"));
+  EXPECT_EQ("\"a\\\"b\\\\c\\r\\t\\x01\\x7f\xe9\"", quote_line("a\"b\\c\r\t\x01\x7f\xe9"));
 }
 
 }  // namespace
