@@ -2,13 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "analysis/test_intervals.h"
 #include "analysis/test_patches.h"
 
 namespace {
 
+using namespace testing_intervals;
 using namespace testing_patches;
-
-constexpr int32_t kHour = 3600;
 
 std::string render(const std::vector<DowntimeFolder>& folders) {
   std::string out;

@@ -4,24 +4,11 @@
 
 #include <string>
 
+#include "analysis/test_intervals.h"
+
 namespace {
 
-// "[b,e) [b,e)" in seconds, with ".us" where microseconds are set.
-std::string render(const IntervalSet& set) {
-  std::string out;
-  auto text = [](const TimeValue& t) {
-    std::string s = std::to_string(t.seconds);
-    if (t.microseconds != 0) s += "." + std::to_string(t.microseconds);
-    return s;
-  };
-  for (const Interval& i : set) {
-    if (!out.empty()) out += " ";
-    out += "[" + text(i.begin) + "," + text(i.end) + ")";
-  }
-  return out;
-}
-
-constexpr int32_t kHour = 3600;
+using namespace testing_intervals;
 
 TEST(AddInterval, OverlapsMergeWhateverTheOrder) {
   // 08:00 for nine hours and 09:00 for one hour.

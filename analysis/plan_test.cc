@@ -5,28 +5,19 @@
 
 #include <string>
 
+#include "analysis/test_intervals.h"
 #include "analysis/test_patches.h"
 #include "base/error.h"
 
 namespace {
 
+using namespace testing_intervals;
 using namespace testing_patches;
 
-constexpr int32_t kHour = 3600;
-constexpr int32_t kDay = 86400;
 // Monday 5 January 2026 00:00 CET.
 constexpr int32_t kMonday = 1767567600;
 // Monday 23 March 2026 00:00 CET; daylight saving starts on Sunday 29th.
 constexpr int32_t kMondayBeforeDst = 1774220400;
-
-std::string render(const IntervalSet& set) {
-  std::string out;
-  for (const Interval& i : set) {
-    if (!out.empty()) out += " ";
-    out += "[" + std::to_string(i.begin.seconds) + "," + std::to_string(i.end.seconds) + ")";
-  }
-  return out;
-}
 
 std::string planText(const tql::patch_t& p, int32_t start, int32_t end) {
   IntervalSet set;

@@ -8,6 +8,7 @@
 
 #include "base/error.h"
 #include "email/encoding.h"
+#include "email/test_support.h"
 
 namespace email {
 namespace {
@@ -235,12 +236,6 @@ TEST(QuotingStreambuf, BulkAndPerCharacterAgreeAndDecode) {
   const std::string binary = randomBytes(100000, 11);
   EXPECT_EQ(quoted(binary), quoted(binary, 4096));
 }
-
-// A target that takes nothing.
-class RefusingBuf : public std::streambuf {
- protected:
-  int_type overflow(int_type) override { return traits_type::eof(); }
-};
 
 // A refused write raises from finish(), and from the writes themselves
 // through a stream with badbit exceptions, as bodies use it.

@@ -184,9 +184,9 @@ TEST(Message, LineBreaksInHeaderTextsBecomeBlanks) {
   EXPECT_EQ("t@x  bcc: <b@x>", m.getTo()[0]->bare());
 }
 
-class FailingBody : public UnstructuredMimeBody {
+class PartialBody : public UnstructuredMimeBody {
  public:
-  FailingBody() : UnstructuredMimeBody("text/plain", quoted_printable_encoding()) {}
+  PartialBody() : UnstructuredMimeBody("text/plain", quoted_printable_encoding()) {}
 
  protected:
   void writeContent(std::ostream& out) override {
@@ -195,15 +195,10 @@ class FailingBody : public UnstructuredMimeBody {
   }
 };
 
-class RefusingBuf : public std::streambuf {
- protected:
-  int_type overflow(int_type) override { return traits_type::eof(); }
-};
-
 TEST(Message, FailuresPassOut) {
   Message m;
   m.setFrom(address("f@x"));
-  m.setBody(std::make_unique<FailingBody>());
+  m.setBody(std::make_unique<PartialBody>());
   std::ostringstream out;
   EXPECT_THROW(m.write(out), error::EParseError);
 

@@ -24,8 +24,8 @@ namespace {
 
 using namespace std::chrono_literals;
 namespace fake = report::fake;
+using email::kTestData;
 
-const std::string kTestData = EMAIL_TESTDATA;
 const std::string kSendFailed = "Unable to send report e-mail - please check mail server setup";
 
 struct Incident {

@@ -21,7 +21,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::string kTestData = EMAIL_TESTDATA;
 
 using SmtpServerTest = SmtpTest;
 

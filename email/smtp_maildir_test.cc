@@ -20,7 +20,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::string kTestData = EMAIL_TESTDATA;
 
 const std::string kText =
     "Availability 99.5 %\n"

@@ -11,6 +11,9 @@
 
 namespace email {
 
+// The folder of the tests' scripts and data (email/testdata).
+inline const std::string kTestData = EMAIL_TESTDATA;
+
 class BackgroundPython {
  public:
   // Makes the work folder and, when `files` name any, writes them into it

@@ -1,12 +1,14 @@
 // Shared pieces of the mail tests: a body that attaches a picture while it
 // is written, a recorder of the SMTP client's log, a small message, and the
-// bytes that the DATA phase carries for it.
+// bytes that the DATA phase carries for it, and a stream target that refuses
+// every write.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <ostream>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -15,6 +17,12 @@
 #include "email/smtp_reply.h"
 
 namespace email {
+
+// A stream target that takes nothing: every write to it fails.
+class RefusingBuf : public std::streambuf {
+ protected:
+  int_type overflow(int_type) override { return traits_type::eof(); }
+};
 
 // An HTML body that writes `html` and, while doing so, appends a base64
 // picture of `picture` with content id "logo" to `related`, as a report's

@@ -15,10 +15,10 @@ using namespace grapher::testing;  // Pictures, sample series and times.
 // "service" makes the left margin 7 x 6 + 3 = 45.
 constexpr int kUpperTop = 27;
 constexpr int kLowerTop = 52;
-constexpr int kLeft = 45;
+constexpr int kEnumLeft = 45;
 
-int column(int64_t t) {
-  return kLeft + static_cast<int>((t - kNewYear) / double(kDay) * 554 + 0.5);
+int enumColumn(int64_t t) {
+  return kEnumLeft + static_cast<int>((t - kNewYear) / double(kDay) * 554 + 0.5);
 }
 
 EnumSeries states(const std::vector<std::pair<int64_t, uint32_t>>& samples) {
@@ -65,7 +65,7 @@ TEST(EnumPart, HeightAndRows) {
 TEST(EnumPart, ThreeStatesCutTheBarSevenEightEight) {
   const int64_t a = kNewYear + 3 * kHour + 1200;  // off the grid lines
   Picture p = enumChart({states({{a, 1}, {a + 2 * kHour, 6}})});
-  const int x = column(a + kHour);
+  const int x = enumColumn(a + kHour);
   EXPECT_EQ("22x7 23x8 24x8", upperBar(p, x));
   // The lower bar: green, yellow and red classes in rising colour order.
   EXPECT_EQ(kRed, p.at(x, kLowerTop));
@@ -78,23 +78,23 @@ TEST(EnumPart, UnknownLeavesAHoleAndMaskZeroPaintsNothing) {
   s.segments[0][2].unknown = 1.0;
   s.segments.push_back({{a + 5 * kHour, 0, 0}, {a + 6 * kHour, 0, 0}});
   Picture p = enumChart({s});
-  EXPECT_EQ("22x23", upperBar(p, column(a + kHour / 2)));
-  EXPECT_EQ("0x23", upperBar(p, column(a + kHour + kHour / 2)));
-  EXPECT_EQ("0x23", upperBar(p, column(a + 2 * kHour + kHour / 2)));
+  EXPECT_EQ("22x23", upperBar(p, enumColumn(a + kHour / 2)));
+  EXPECT_EQ("0x23", upperBar(p, enumColumn(a + kHour + kHour / 2)));
+  EXPECT_EQ("0x23", upperBar(p, enumColumn(a + 2 * kHour + kHour / 2)));
   // After the hole the next sample starts a bar one pixel wide.
-  EXPECT_EQ("22x23", upperBar(p, column(a + 3 * kHour)));
-  EXPECT_EQ("0x23", upperBar(p, column(a + 3 * kHour) + 1));
+  EXPECT_EQ("22x23", upperBar(p, enumColumn(a + 3 * kHour)));
+  EXPECT_EQ("0x23", upperBar(p, enumColumn(a + 3 * kHour) + 1));
   // Between two samples of mask 0: nothing, above and below.
-  EXPECT_EQ("0x23", upperBar(p, column(a + 5 * kHour + kHour / 2)));
-  EXPECT_EQ(kBackground, p.at(column(a + 5 * kHour + kHour / 2), kLowerTop));
+  EXPECT_EQ("0x23", upperBar(p, enumColumn(a + 5 * kHour + kHour / 2)));
+  EXPECT_EQ(kBackground, p.at(enumColumn(a + 5 * kHour + kHour / 2), kLowerTop));
 }
 
 TEST(EnumPart, UnnamedStateGetsTheNextColourButNoLegendEntry) {
   const int64_t a = kNewYear + 3 * kHour + 1200;              // off the grid lines
   Picture p = enumChart({states({{a, 8}, {a + kHour, 8}})});  // state 3
-  EXPECT_EQ("25x23", upperBar(p, column(a + kHour / 2)));
+  EXPECT_EQ("25x23", upperBar(p, enumColumn(a + kHour / 2)));
   // Its class is unknown: red.
-  EXPECT_EQ(kRed, p.at(column(a + kHour / 2), kLowerTop + 5));
+  EXPECT_EQ(kRed, p.at(enumColumn(a + kHour / 2), kLowerTop + 5));
   const int legendTop = 25 + 40;
   EXPECT_EQ(0, p.countIn(0, legendTop, 599, p.height() - 1, 25));
   EXPECT_GT(p.countIn(0, legendTop, 599, p.height() - 1, 22), 0);
@@ -108,7 +108,7 @@ TEST(EnumPart, LegendBoxesLoseTheClassStripeWhenClassesDiffer) {
   Picture mixed = enumChart({states({}), other});
   // The first box: the frame from x + 1, the state colour inside, and in the
   // common case the class colour in rows b - 5 .. b - 3 (16 - 5 = 11).
-  const int x = kLeft + 3;
+  const int x = kEnumLeft + 3;
   EXPECT_EQ(kAxis, common.at(x + 1, legendTop + 1));
   EXPECT_EQ(22, common.at(x + 5, legendTop + 5));
   EXPECT_EQ(kGreen, common.at(x + 5, legendTop + 12));

@@ -16,7 +16,7 @@ constexpr uint32_t kMailing = 2;
 
 // Hands out the events it was given (null for a sibling's end of stream)
 // and records each call as a short text.
-class Recorder : public ReporterPort {
+class PortRecorder : public ReporterPort {
  public:
   std::unique_ptr<queues::event> next_event() override {
     if (events.empty()) {
@@ -74,7 +74,7 @@ queues::Return_Tql_Select_Event reply(uint32_t request, size_t results, int32_t 
 
 queues::Get_Metric_Event metric() { return queues::Get_Metric_Event(queues::main, 9, {{"metering", "time"}}); }
 
-std::vector<std::string> run(Recorder& r) {
+std::vector<std::string> run(PortRecorder& r) {
   EventLoop loop(r, kReports, kMailing);
   loop.run();
   EXPECT_TRUE(loop.parent_gone());
@@ -82,7 +82,7 @@ std::vector<std::string> run(Recorder& r) {
 }
 
 TEST(EventLoop, ReportRepliesAreTreatedThenAcknowledgedMailRepliesGoToMailing) {
-  Recorder r;
+  PortRecorder r;
   r.add(reply(kMailing, 3));  // before the first report reply: served all the same
   r.add(reply(kReports, 1));
   r.add(reply(kReports, 0));  // nothing to treat, still acknowledged
@@ -91,14 +91,14 @@ TEST(EventLoop, ReportRepliesAreTreatedThenAcknowledgedMailRepliesGoToMailing) {
 }
 
 TEST(EventLoop, ScheduledGenerationThenSurplusDeletion) {
-  Recorder r;
+  PortRecorder r;
   r.add(queues::Scheduled_Report_Generation_Event(
       queues::rept, 0, reporter::Scheduled_Report_Generation_Data{tql::id_t{0, 1, 5}, {7, 1}, 1700000000}));
   EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 v7 1700000000", "surplus 0.1.5"}), run(r));
 }
 
 TEST(EventLoop, SysExitForgetsBothSubscriptionsAndDropsAllButMetering) {
-  Recorder r;
+  PortRecorder r;
   r.add(queues::Sys_Exit_Event(queues::main, 0, {}));
   r.add(reply(kReports, 1));
   r.add(queues::Sys_Exit_Event(queues::main, 0, {}));
@@ -108,7 +108,7 @@ TEST(EventLoop, SysExitForgetsBothSubscriptionsAndDropsAllButMetering) {
 }
 
 TEST(EventLoop, OnlyTheParentsEndOfStreamEndsTheLoop) {
-  Recorder r;
+  PortRecorder r;
   r.add_end_of_sibling();  // the database went away: the loop goes on
   r.add(reply(kReports, 0));
   EXPECT_EQ((std::vector<std::string>{"ack 1"}), run(r));
@@ -125,7 +125,7 @@ std::string fatal_text(EventLoop& loop, queues::event& e) {
 }
 
 TEST(EventLoop, AnErrorStatusOnTheReportSubscriptionIsFatal) {
-  Recorder r;
+  PortRecorder r;
   EventLoop loop(r, kReports, kMailing);
   auto failed = reply(kReports, 0, 5);
   failed.data.details.push_back({0, "no such class"});
@@ -140,7 +140,7 @@ TEST(EventLoop, AnErrorStatusOnTheReportSubscriptionIsFatal) {
 }
 
 TEST(EventLoopDeathTest, ImpossibleRepliesAndUnknownEventsAreFatal) {
-  Recorder r;
+  PortRecorder r;
   EventLoop loop(r, kReports, kMailing);
   auto two = reply(kReports, 2);
   EXPECT_DEATH(loop.handle(two), "More than one result");

@@ -10,7 +10,7 @@
 namespace {
 
 // Each write as "class:value".
-struct Recorder {
+struct ProgressRecorder {
   std::vector<std::string> writes;
   int32_t failClass = -1;
 
@@ -23,14 +23,14 @@ struct Recorder {
 };
 
 TEST(ReportProgress, OneNodeGoesStraightTo99) {
-  Recorder r;
+  ProgressRecorder r;
   ReportProgress progress(tql::id_t(), tql::id_t(), 1, r.writer());
   progress.advance(1);
   EXPECT_EQ((std::vector<std::string>{"5:99", "38:99"}), r.writes);
 }
 
 TEST(ReportProgress, TwoNodesGive50Then99) {
-  Recorder r;
+  ProgressRecorder r;
   ReportProgress progress(tql::id_t(), tql::id_t(), 2, r.writer());
   progress.advance(1);
   progress.advance(1);
@@ -38,7 +38,7 @@ TEST(ReportProgress, TwoNodesGive50Then99) {
 }
 
 TEST(ReportProgress, DatabaseFailureIsLoggedAndTheStepCounts) {
-  Recorder r;
+  ProgressRecorder r;
   r.failClass = ReportProgress::kReportClass;
   ReportProgress progress(tql::id_t(), tql::id_t(), 2, r.writer());
   progress.advance(1);
@@ -49,7 +49,7 @@ TEST(ReportProgress, DatabaseFailureIsLoggedAndTheStepCounts) {
 }
 
 TEST(ReportProgress, NoNodesWritesNothing) {
-  Recorder r;
+  ProgressRecorder r;
   ReportProgress progress(tql::id_t(), tql::id_t(), 0, r.writer());
   progress.advance(1);
   EXPECT_TRUE(r.writes.empty());

@@ -8,11 +8,11 @@
 
 namespace {
 
-const zone_t kCopenhagen = timeZoneValue(kEnvironmentZone);
+const zone_t kScheduleZone = timeZoneValue(kEnvironmentZone);
 constexpr int64_t k10h = 36000;
 
 int64_t next(int64_t last, int32_t date, int32_t frequency = 0, int64_t time = k10h) {
-  return calc_next_generation_time(last, date, time, frequency, kCopenhagen);
+  return calc_next_generation_time(last, date, time, frequency, kScheduleZone);
 }
 
 TEST(NextGeneration, DailyTodayUntilTheTimeThenTomorrow) {

@@ -17,7 +17,7 @@ constexpr int64_t k1000 = 1767603600;
 constexpr int64_t kDay = 86400;
 
 // Records each action as a short text; fails the ids it is told to.
-class Recorder : public ReportActions {
+class ActionRecorder : public ReportActions {
  public:
   void delete_object(const tql::id_t& id, tql::version_t) override {
     if (id == fail_id) throw errors::tql(errors::tql::kUpdatedByOther);
@@ -56,7 +56,7 @@ void set(tql::patch_t& p, int32_t number, typename tql::kind_traits<K>::value_ty
 }
 
 // A daily report at 10:00.
-tql::patch_t report(uint32_t date = 1, tql::id_t id = {0, 1, 5}) {
+tql::patch_t reportObject(uint32_t date = 1, tql::id_t id = {0, 1, 5}) {
   tql::patch_t r = object(kReportClass, id, 7);
   set<25>(r, kPropDate, tql::enum_value_t{0x1000a, date});
   set<17>(r, kPropTime, 36000);
@@ -79,7 +79,7 @@ tql::patch_t order(uint32_t n, int64_t order_time) {
   return o;
 }
 
-std::vector<std::string> walk(const tql::patch_t& root, Recorder& r) {
+std::vector<std::string> walk(const tql::patch_t& root, ActionRecorder& r) {
   treat_subscriptions(root, r);
   return r.calls;
 }
@@ -92,21 +92,21 @@ tql::patch_t domain_with(tql::patch_t child) {
 
 // The calls of a walk over the root domain with `report` in it.
 std::vector<std::string> calls_for(tql::patch_t report) {
-  Recorder r;
+  ActionRecorder r;
   return walk(domain_with(std::move(report)), r);
 }
 
 TEST(TreatSubscriptions, NewReportIsDueAtItsNextTimeAfterNow) {
   EXPECT_EQ((std::vector<std::string>{"schedule 0.1.5 v7 " + std::to_string(k1000)}),
-            calls_for(report()));
-  Recorder later;
+            calls_for(reportObject()));
+  ActionRecorder later;
   later.clock = k1000;
   EXPECT_EQ((std::vector<std::string>{"schedule 0.1.5 v7 " + std::to_string(k1000 + kDay)}),
-            walk(domain_with(report()), later));
+            walk(domain_with(reportObject()), later));
 }
 
 TEST(TreatSubscriptions, ScheduleKindNoneLaysNothingButServesOrders) {
-  tql::patch_t r0 = report(0);
+  tql::patch_t r0 = reportObject(0);
   r0.properties.erase(kPropTime);  // Not read for kind 0.
   r0.children.push_back(order(20, 1700000000));
   EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 1700000000", "delete 0.1.20"}),
@@ -114,7 +114,7 @@ TEST(TreatSubscriptions, ScheduleKindNoneLaysNothingButServesOrders) {
 }
 
 TEST(TreatSubscriptions, FinishedInstancesSetTheLastTimeAndGetTheirProgressRepaired) {
-  tql::patch_t r0 = report();
+  tql::patch_t r0 = reportObject();
   r0.children.push_back(instance(10, 0, k1000 - kDay, 50));
   r0.children.push_back(instance(11, 0, k1000 + kDay));  // progress 100: no write
   r0.children.push_back(instance(12, 0, std::nullopt, std::nullopt));  // progress missing
@@ -125,14 +125,14 @@ TEST(TreatSubscriptions, FinishedInstancesSetTheLastTimeAndGetTheirProgressRepai
 }
 
 TEST(TreatSubscriptions, SteadyStateWritesNothing) {
-  tql::patch_t r0 = report(0);
+  tql::patch_t r0 = reportObject(0);
   r0.children.push_back(instance(10, 0, k1000));
   r0.children.push_back(object(kReportSendToClass, {0, 1, 40}));  // Neither pass looks at it.
   EXPECT_TRUE(calls_for(std::move(r0)).empty());
 }
 
 TEST(TreatSubscriptions, UnfinishedInstancesGoAndDontCount) {
-  tql::patch_t r0 = report();
+  tql::patch_t r0 = reportObject();
   r0.children.push_back(instance(10, 1, k1000 + 5 * kDay, 40));
   r0.children.push_back(order(20, k1000 + 5 * kDay));  // waits for a later update
   r0.children.push_back(order(21, k1000 - kDay));      // nothing for that time: generated
@@ -143,7 +143,7 @@ TEST(TreatSubscriptions, UnfinishedInstancesGoAndDontCount) {
 }
 
 TEST(TreatSubscriptions, ServedOrdersAreDeletedWithoutAGeneration) {
-  tql::patch_t r0 = report(0);
+  tql::patch_t r0 = reportObject(0);
   r0.children.push_back(instance(10, 0, 1700000000));
   r0.children.push_back(instance(11, 1, 1700000000));  // The first one for the time stays.
   r0.children.push_back(order(20, 1700000000));
@@ -152,20 +152,20 @@ TEST(TreatSubscriptions, ServedOrdersAreDeletedWithoutAGeneration) {
 }
 
 TEST(TreatSubscriptions, RefusedWritesAreSkipped) {
-  tql::patch_t r0 = report(0);
+  tql::patch_t r0 = reportObject(0);
   r0.children.push_back(instance(10, 1, std::nullopt));
   r0.children.push_back(instance(11, 0, std::nullopt, 3));
   r0.children.push_back(order(12, 5));
-  Recorder r;
+  ActionRecorder r;
   r.fail_id = {0, 1, 10};
   EXPECT_EQ((std::vector<std::string>{"progress 0.1.11 v11 100", "generate 0.1.5 5",
                                       "delete 0.1.12"}),
             walk(domain_with(r0), r));
-  Recorder progress_refused;
+  ActionRecorder progress_refused;
   progress_refused.fail_id = {0, 1, 11};
   EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "generate 0.1.5 5", "delete 0.1.12"}),
             walk(domain_with(r0), progress_refused));
-  Recorder order_refused;
+  ActionRecorder order_refused;
   order_refused.fail_id = {0, 1, 12};
   EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "progress 0.1.11 v11 100",
                                       "generate 0.1.5 5"}),
@@ -174,46 +174,46 @@ TEST(TreatSubscriptions, RefusedWritesAreSkipped) {
 
 TEST(TreatSubscriptions, WalksNestedDomainsInOrderAndSkipsOtherClasses) {
   tql::patch_t inner = object(kDomainClass, {0, 1, 2});
-  inner.children.push_back(report(1, {0, 1, 6}));
-  tql::patch_t root = domain_with(report(1, {0, 1, 5}));
+  inner.children.push_back(reportObject(1, {0, 1, 6}));
+  tql::patch_t root = domain_with(reportObject(1, {0, 1, 5}));
   root.children.push_back(object(4, {0, 1, 3}));  // a Node: logged and skipped
   root.children.push_back(std::move(inner));
-  Recorder r;
+  ActionRecorder r;
   EXPECT_EQ((std::vector<std::string>{"schedule 0.1.5 v7 " + std::to_string(k1000),
                                       "schedule 0.1.6 v7 " + std::to_string(k1000)}),
             walk(root, r));
 }
 
 TEST(TreatSubscriptions, MissingRequiredPropertiesRaise) {
-  tql::patch_t no_worker = report();
+  tql::patch_t no_worker = reportObject();
   no_worker.children.push_back(instance(10, 0, std::nullopt));
   no_worker.children.back().properties.erase(kPropWorkerNode);
-  Recorder r;
+  ActionRecorder r;
   EXPECT_THROW(walk(domain_with(no_worker), r), errors::tql);
 
-  tql::patch_t no_time = report();
+  tql::patch_t no_time = reportObject();
   no_time.properties.erase(kPropTime);
   EXPECT_THROW(walk(domain_with(no_time), r), errors::tql);
 
-  tql::patch_t null_date = report();
+  tql::patch_t null_date = reportObject();
   null_date.properties[kPropDate]->is_null = true;
   EXPECT_THROW(walk(domain_with(null_date), r), errors::tql);
   EXPECT_TRUE(r.calls.empty());
 }
 
 TEST(TreatSubscriptions, AScheduleTheCalendarCantServeIsSkippedButOrdersAreServed) {
-  tql::patch_t bad = report(9);
+  tql::patch_t bad = reportObject(9);
   bad.children.push_back(order(20, 5));
   EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 5", "delete 0.1.20"}),
             calls_for(std::move(bad)));
 }
 
 TEST(TreatSubscriptionsDeathTest, AnOrderTimeThatIsNoDateIsFatal) {
-  tql::patch_t r0 = report(0);
+  tql::patch_t r0 = reportObject(0);
   tql::patch_t o = object(kReportOrderClass, {0, 1, 20});
   set<20>(o, kPropOrderTime, 5);
   r0.children.push_back(std::move(o));
-  Recorder r;
+  ActionRecorder r;
   EXPECT_DEATH(walk(domain_with(std::move(r0)), r),
                "checked_cast failed, property kind 20 should have been property_date_t");
 }

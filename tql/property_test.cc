@@ -14,7 +14,7 @@ using protocol::testing::printed;
 using protocol::testing::round_trip;
 
 template <int32_t K>
-property_ptr prop(typename kind_traits<K>::value_type v, int32_t name = 51) {
+property_ptr owned_prop(typename kind_traits<K>::value_type v, int32_t name = 51) {
   return property_ptr(make_property<K>(name, std::move(v)));
 }
 
@@ -22,25 +22,25 @@ BigNum big(const std::vector<uint8_t>& bytes) { return BigNum::fromBytes(bytes);
 
 // One property of every kind, with a value that is not the default.
 std::vector<property_ptr> one_of_each() {
-  return {prop<7>("a b"),
-          prop<8>({"x", "", "y"}),
-          prop<9>({{id_t{0, 1}, origin_t{id_t{3}, id_t{}, 2}}, {id_t{0, 4}, {}}}),
-          prop<10>({id_t{0, 5}, origin_t{id_t{1}, id_t{2}, 3}}),
-          prop<11>({7, 3}),
-          prop<12>(42),
-          prop<13>(1.25),
-          prop<14>(big({1, 2, 3, 4, 5})),
-          prop<15>(0x0a0b0c0d),
-          prop<16>({1, 0xffffffff}),
-          prop<17>(-5),
-          prop<18>(9),
-          prop<19>(-9),
-          prop<20>(4000000000u),
-          prop<21>(true),
-          prop<22>(std::string("\0\1", 2)),
-          prop<23>("lob"),
-          prop<24>({1, 3, 6}),
-          prop<25>({0x20005, 2})};
+  return {owned_prop<7>("a b"),
+          owned_prop<8>({"x", "", "y"}),
+          owned_prop<9>({{id_t{0, 1}, origin_t{id_t{3}, id_t{}, 2}}, {id_t{0, 4}, {}}}),
+          owned_prop<10>({id_t{0, 5}, origin_t{id_t{1}, id_t{2}, 3}}),
+          owned_prop<11>({7, 3}),
+          owned_prop<12>(42),
+          owned_prop<13>(1.25),
+          owned_prop<14>(big({1, 2, 3, 4, 5})),
+          owned_prop<15>(0x0a0b0c0d),
+          owned_prop<16>({1, 0xffffffff}),
+          owned_prop<17>(-5),
+          owned_prop<18>(9),
+          owned_prop<19>(-9),
+          owned_prop<20>(4000000000u),
+          owned_prop<21>(true),
+          owned_prop<22>(std::string("\0\1", 2)),
+          owned_prop<23>("lob"),
+          owned_prop<24>({1, 3, 6}),
+          owned_prop<25>({0x20005, 2})};
 }
 
 TEST(PropertyTest, ValueTextOfEveryKind) {
@@ -55,15 +55,15 @@ TEST(PropertyTest, ValueTextOfEveryKind) {
 }
 
 TEST(PropertyTest, NullAndSpecialTexts) {
-  auto s = prop<7>("x");
+  auto s = owned_prop<7>("x");
   s->is_null = true;
   EXPECT_EQ("(null)", s->text());
-  EXPECT_EQ("nan", prop<13>(std::nan(""))->text());
-  EXPECT_EQ("nan", prop<13>(-std::nan(""))->text());
-  EXPECT_EQ("inf", prop<13>(INFINITY)->text());
-  EXPECT_EQ("-inf", prop<13>(-INFINITY)->text());
-  EXPECT_EQ("false", prop<21>(false)->text());
-  EXPECT_EQ("0", prop<14>(BigNum())->text());
+  EXPECT_EQ("nan", owned_prop<13>(std::nan(""))->text());
+  EXPECT_EQ("nan", owned_prop<13>(-std::nan(""))->text());
+  EXPECT_EQ("inf", owned_prop<13>(INFINITY)->text());
+  EXPECT_EQ("-inf", owned_prop<13>(-INFINITY)->text());
+  EXPECT_EQ("false", owned_prop<21>(false)->text());
+  EXPECT_EQ("0", owned_prop<14>(BigNum())->text());
 }
 
 TEST(PropertyTest, EveryKindSurvivesARoundTrip) {
@@ -77,7 +77,7 @@ TEST(PropertyTest, EveryKindSurvivesARoundTrip) {
 }
 
 TEST(PropertyTest, NullPropertyKeepsItsValueThroughTheStream) {
-  auto p = prop<20>(17);
+  auto p = owned_prop<20>(17);
   p->is_null = true;
   EXPECT_EQ(
       "14000000"
@@ -99,14 +99,14 @@ TEST(PropertyTest, BignumOfOneIsFourBytes) {
       "00000000"
       "0400000000000000"
       "01000000",
-      hex_of(prop<14>(BigNum(1))));
+      hex_of(owned_prop<14>(BigNum(1))));
 }
 
 TEST(PropertyTest, KindOutsideTheFamilyReadsAsNullAfterFourBytes) {
   for (uint8_t kind : {0, 6, 26, 255}) {
     protocol::MemoryPipe pipe(8, 8, std::string{char(kind), 0, 0, 0, 'r', 'e', 's', 't'});
     protocol::ioprim io(pipe.in(), pipe.out());
-    property_ptr p = prop<7>("old");
+    property_ptr p = owned_prop<7>("old");
     io >> p;
     EXPECT_FALSE(p) << int(kind);
     char rest[4];
@@ -117,7 +117,7 @@ TEST(PropertyTest, KindOutsideTheFamilyReadsAsNullAfterFourBytes) {
 }
 
 TEST(PropertyTest, CopiesAreDeepAndEqualityLooksAtEverything) {
-  property_ptr a = prop<8>({"x"});
+  property_ptr a = owned_prop<8>({"x"});
   property_ptr b = a;
   EXPECT_TRUE(a == b);
   static_cast<property_string_list_t&>(*b).value.push_back("y");
@@ -127,7 +127,7 @@ TEST(PropertyTest, CopiesAreDeepAndEqualityLooksAtEverything) {
   c->name = 52;
   EXPECT_FALSE(a == c);
   // Same value type, different kinds.
-  EXPECT_FALSE(prop<18>(1) == prop<20>(1));
+  EXPECT_FALSE(owned_prop<18>(1) == owned_prop<20>(1));
 }
 
 TEST(PropertyTest, MakersLeaveNullClear) {
@@ -143,7 +143,7 @@ TEST(PropertyTest, MakersLeaveNullClear) {
 
 TEST(PropertyTest, PrintsAsARecord) {
   EXPECT_EQ("{\n  type: 19\n  name: 51\n  is_null: false\n  modifiers: 0\n  value: -9\n}",
-            printed(*prop<19>(-9)));
+            printed(*owned_prop<19>(-9)));
 }
 
 }  // namespace
