@@ -57,16 +57,15 @@ function(tavrel_targets_below dir out)
   set(${out} ${found} PARENT_SCOPE)
 endfunction()
 
-# Cuts compile time, which is most of a fresh build. With TAVREL_UNITY the
-# libraries and programs compile their sources in batches of 16, so the
-# standard headers are parsed once per batch instead of once per file. Test
-# programs stay one file at a time (their helpers in anonymous namespaces
-# share names across files) and instead share one precompiled GoogleTest
-# header. GCC 12 then reports its known false buffer warnings on inlined
-# std::string code (which it keeps quiet about when the header is parsed
-# normally), so those warnings are off for test programs; the sanitizer
-# build runs the same tests with real bounds checks. Call once, after all folders
-# were added.
+# Cuts compile time, which is most of a fresh build. With TAVREL_UNITY every
+# library and program compiles its sources in batches of 16, so the standard
+# headers are parsed once per batch instead of once per file; names in
+# anonymous namespaces must therefore be unique within a target. Test
+# programs also share one precompiled GoogleTest header. GCC 12 then reports
+# its known false buffer warnings on inlined std::string code (which it keeps
+# quiet about when the header is parsed normally), so those warnings are off
+# for test programs; the sanitizer build runs the same tests with real bounds
+# checks. Call once, after all folders were added.
 function(tavrel_tune_compilation)
   tavrel_targets_below(${PROJECT_SOURCE_DIR} targets)
   add_library(tavrel_gtest_pch STATIC ${PROJECT_SOURCE_DIR}/cmake/gtest_pch.cc)
