@@ -7,9 +7,9 @@
 #include "analysis/check_configuration.h"
 #include "analysis/property_values.h"
 #include "analysis/row_sink.h"
-#include "analysis/schema.h"
 #include "base/log.h"
 #include "tql/catalogue.h"
+#include "tql/schema.h"
 
 namespace {
 

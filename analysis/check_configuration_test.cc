@@ -8,6 +8,7 @@
 #include "analysis/test_patches.h"
 #include "analysis/test_rows.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "analysis/test_patches.h"
+#include "tql/schema.h"
 
 namespace {
 

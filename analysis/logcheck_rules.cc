@@ -8,10 +8,10 @@
 #include "analysis/property_values.h"
 #include "analysis/row_sink.h"
 #include "analysis/row_texts.h"
-#include "analysis/schema.h"
 #include "base/fatal.h"
 #include "tql/catalogue.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 
 #include "analysis/test_patches.h"
 #include "base/error.h"
+#include "tql/schema.h"
 
 namespace {
 
