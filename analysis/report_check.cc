@@ -67,7 +67,7 @@ void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSe
                                        zone_t timeZone) {
   const int64_t end = issue->start + issue->duration;
   dbms::Return_TSDB_Get_Data_Data reply =
-      fetchSeries(object.id, tsdb::kTsdbIndex, true, issue->start, end, 0);
+      fetchSeries(object.id, schema::kTsdbIndex, true, issue->start, end, 0);
   if (reply.data.empty()) {
     if (log_tracing()) log("No statistics data for check. Ignoring check.", kLogTrace);
     addRow(folder, "",
@@ -160,10 +160,11 @@ void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType
   settings.plotMax = plotBound(object, schema::kPlotMax, schema::kRangeMax);
   settings.tabular = dataType == tsdb::kEnum ? flags.graphTabularEnum : flags.graphTabularUptime;
   const tql::id_t graph = addGraph(folder, "Statistics", settings, object);
-  dbms::Return_TSDB_Get_Data_Data chart = fetchSeries(
-      object.id, tsdb::kTsdbIndex, false, fetchStart, issue->start + issue->duration, kChartPoints);
+  dbms::Return_TSDB_Get_Data_Data chart =
+      fetchSeries(object.id, schema::kTsdbIndex, false, fetchStart, issue->start + issue->duration,
+                  kChartPoints);
   // A series that vanished between the two fetches leaves the graph empty.
   if (!chart.data.empty()) {
-    putSeries(graph, tsdb::kTsdbIndex, chart.data_type, std::move(chart.data));
+    putSeries(graph, schema::kTsdbIndex, chart.data_type, std::move(chart.data));
   }
 }

@@ -5,6 +5,7 @@
 #include "report/server_items.h"
 #include "report/server_query.h"
 #include "report/server_values.h"
+#include "tql/schema.h"
 
 namespace stored = report::stored;
 
@@ -19,13 +20,12 @@ stored::ChildStep folder_step() {
 
 // A graph comes with every option that its chart reads.
 stored::ChildStep graph_step() {
-  stored::ChildStep step{stored::kResultGraph,
-                         {gp::kUnit, gp::kPreferredUnit, gp::kPreferredBinary, gp::kStateColors,
-                          tsdb::kTsdbIndex, gp::kAlertIfAbove, gp::kAlertIfBelow,
-                          gp::kWarnIfAbove, gp::kWarnIfBelow, gp::kPlotMin, gp::kPlotMax,
-                          gp::kGraphShowMinMax, gp::kGraphShowNoResponse,
-                          gp::kGraphTabularUptime, stored::kOrder, stored::kName,
-                          stored::kComment}};
+  stored::ChildStep step{
+      stored::kResultGraph,
+      {gp::kUnit, gp::kPreferredUnit, gp::kPreferredBinary, gp::kStateColors, schema::kTsdbIndex,
+       gp::kAlertIfAbove, gp::kAlertIfBelow, gp::kWarnIfAbove, gp::kWarnIfBelow, gp::kPlotMin,
+       gp::kPlotMax, gp::kGraphShowMinMax, gp::kGraphShowNoResponse, gp::kGraphTabularUptime,
+       stored::kOrder, stored::kName, stored::kComment}};
   for (int32_t state = 0; state < 32; ++state) step.wanted.insert(gp::kStateLabel0 + state);
   return step;
 }

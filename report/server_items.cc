@@ -5,6 +5,7 @@
 #include "grapher/check_image.h"
 #include "queues/qdialog.h"
 #include "report/server_values.h"
+#include "tql/schema.h"
 
 using report::stored::flag_of;
 using report::stored::text_of;
@@ -58,7 +59,7 @@ bool ServerReportGraph::tabular() {
 }
 
 dbms::Return_TSDB_Get_Data_Data ServerReportGraph::read_samples() const {
-  return read_series(object.id, tsdb::kTsdbIndex, true, 200);
+  return read_series(object.id, schema::kTsdbIndex, true, 200);
 }
 
 void ServerReportGraph::generate_check_image(grapher::Graph& graph) {
