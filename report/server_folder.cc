@@ -11,8 +11,6 @@ namespace stored = report::stored;
 
 namespace {
 
-namespace gp = grapher::graph_property;
-
 stored::ChildStep folder_step() {
   return {stored::kResultFolder,
           {stored::kFolderType, stored::kName, stored::kComment, stored::kOrder}};
@@ -22,11 +20,12 @@ stored::ChildStep folder_step() {
 stored::ChildStep graph_step() {
   stored::ChildStep step{
       stored::kResultGraph,
-      {gp::kUnit, gp::kPreferredUnit, gp::kPreferredBinary, gp::kStateColors, schema::kTsdbIndex,
-       gp::kAlertIfAbove, gp::kAlertIfBelow, gp::kWarnIfAbove, gp::kWarnIfBelow, gp::kPlotMin,
-       gp::kPlotMax, gp::kGraphShowMinMax, gp::kGraphShowNoResponse, gp::kGraphTabularUptime,
-       stored::kOrder, stored::kName, stored::kComment}};
-  for (int32_t state = 0; state < 32; ++state) step.wanted.insert(gp::kStateLabel0 + state);
+      {schema::kUnit, schema::kPreferredUnit, schema::kPreferredBinary, schema::kStateColors,
+       schema::kTsdbIndex, schema::kAlertIfAbove, schema::kAlertIfBelow, schema::kWarnIfAbove,
+       schema::kWarnIfBelow, schema::kPlotMin, schema::kPlotMax, schema::kGraphShowMinMax,
+       schema::kGraphShowNoResponse, schema::kGraphTabularUptime, stored::kOrder, stored::kName,
+       stored::kComment}};
+  for (int32_t state = 0; state < 32; ++state) step.wanted.insert(schema::kStateLabel0 + state);
   return step;
 }
 

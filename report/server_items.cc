@@ -48,15 +48,9 @@ std::unique_ptr<report::ReportGraph> ServerReportGraph::clone() const {
 void ServerReportGraph::comment(std::string& out) { out = text_of(object, stored::kComment); }
 void ServerReportGraph::name(std::string& out) { out = text_of(object, stored::kName); }
 void ServerReportGraph::anchor(std::string& out) { out = object.id.text(); }
-bool ServerReportGraph::showMinMax() {
-  return flag_of(object, grapher::graph_property::kGraphShowMinMax);
-}
-bool ServerReportGraph::showNoResponse() {
-  return flag_of(object, grapher::graph_property::kGraphShowNoResponse);
-}
-bool ServerReportGraph::tabular() {
-  return flag_of(object, grapher::graph_property::kGraphTabularUptime);
-}
+bool ServerReportGraph::showMinMax() { return flag_of(object, schema::kGraphShowMinMax); }
+bool ServerReportGraph::showNoResponse() { return flag_of(object, schema::kGraphShowNoResponse); }
+bool ServerReportGraph::tabular() { return flag_of(object, schema::kGraphTabularUptime); }
 
 dbms::Return_TSDB_Get_Data_Data ServerReportGraph::read_samples() const {
   return read_series(object.id, schema::kTsdbIndex, true, 200);
