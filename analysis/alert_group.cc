@@ -7,9 +7,9 @@
 #include "analysis/check_configuration.h"
 #include "analysis/property_values.h"
 #include "analysis/row_sink.h"
-#include "analysis/schema.h"
 #include "base/log.h"
 #include "tql/catalogue.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -64,11 +64,11 @@ std::optional<tql::id_t> groupOf(const tql::property_t* p) {
 std::optional<tql::id_t> domainGroup(ObjectSource& objects, const tql::patch_t& object,
                                      const tql::id_t& inherited) {
   const std::set<int32_t> wanted{schema::kAlertGroupProperty};
-  auto child = make_pattern(tql::kRootClass, wanted, 0);
+  auto child = make_pattern(schema::kRootClass, wanted, 0);
   child->where.push_back(tql::id_condition(object.id));
   auto chain = objects.selectOne(
       tql::kRootId,
-      add_next(make_pattern(tql::kRootClass, wanted, tql::kPatternNested), std::move(child)));
+      add_next(make_pattern(schema::kRootClass, wanted, tql::kPatternNested), std::move(child)));
   if (!chain) {
     trace("Couldn't get root for determining AlertGroup");
     return std::nullopt;

@@ -7,10 +7,10 @@
 #include "analysis/property_values.h"
 #include "analysis/row_sink.h"
 #include "analysis/row_texts.h"
-#include "analysis/schema.h"
 #include "base/log.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "analysis/test_patches.h"
 #include "analysis/test_rows.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -358,9 +359,10 @@ TEST(DomainConfiguration, NameInfoUrlAndScheduledDowntime) {
   withString(domain, schema::kName, "Servers");
   withString(domain, schema::kInfoUrl, "http://wiki/servers");
   Objects objects;
-  objects.selectOneReplies["0.1.2 ./4 > Plan/2 > {ExpectedEvent/2, UnexpectedEvent/2, "
-                           "WeekPlanner/2 > DayPlanner/2 > Event/2}"] =
-      object(tql::kRootClass, {plan({dayPlanner("nightly", {event(true, 3600, 1800)})})});
+  objects.selectOneReplies
+      ["0.1.2 ./4 > Plan/2 > {ExpectedEvent/2, UnexpectedEvent/2, "
+       "WeekPlanner/2 > DayPlanner/2 > Event/2}"] =
+      object(schema::kRootClass, {plan({dayPlanner("nightly", {event(true, 3600, 1800)})})});
   Rows rows;
   writeDomainConfiguration(rows, objects, kFolder, domain, timeZoneValue(0));
   EXPECT_EQ((Lines{row("Name", "Servers"), row("Info URL", "http://wiki/servers"),

@@ -6,6 +6,7 @@
 #include "analysis/result_objects.h"
 #include "base/fatal.h"
 #include "base/time_text.h"
+#include "tql/schema.h"
 
 int64_t analyseIncidents(const std::vector<tsdb::interval_ptr>& samples, const Interval& interval) {
   TAVREL_ASSERT(!samples.empty(), "Continuous data analysis routine given empty data set");
@@ -25,9 +26,9 @@ std::string periodText(const ResolvedIssue& issue, zone_t timeZone) {
 void storeCheckLog(const ResolvedIssue& issue, const tql::id_t& folder, const tql::id_t& check,
                    int64_t fetchStart, zone_t timeZone) {
   const tql::id_t log = addLog(folder, "Stored log from " + periodText(issue, timeZone));
-  dbms::Return_TSDB_Get_Data_Data reply = fetchSeries(
-      check, tsdb::kTsdbIndex, true, fetchStart, issue.start + issue.duration, 0);
+  dbms::Return_TSDB_Get_Data_Data reply =
+      fetchSeries(check, schema::kTsdbIndex, true, fetchStart, issue.start + issue.duration, 0);
   if (!reply.data.empty()) {
-    putSeries(log, tsdb::kTsdbIncident, reply.data_type, std::move(reply.data));
+    putSeries(log, schema::kTsdbIncident, reply.data_type, std::move(reply.data));
   }
 }

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "analysis/selection_patterns.h"
-#include "analysis/walk_schema.h"
 #include "base/log.h"
 #include "queues/tql_operations.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -29,7 +29,7 @@ std::unique_ptr<tql::patch_t> guarded(const char* what, F select) {
 
 std::unique_ptr<tql::patch_t> NoCheckSelector::select(const tql::patch_t& node) {
   return guarded("Cannot nocheck select checks: ", [&] {
-    return selectFrom(node.id, tql::make_pattern(walk::kNode, tql::kPatternAllProps));
+    return selectFrom(node.id, tql::make_pattern(schema::kNode, tql::kPatternAllProps));
   });
 }
 

@@ -6,8 +6,8 @@
 #include "analysis/property_values.h"
 #include "analysis/row_sink.h"
 #include "analysis/row_texts.h"
-#include "analysis/schema.h"
 #include "analysis/summary_rows.h"
+#include "tql/schema.h"
 
 namespace {
 

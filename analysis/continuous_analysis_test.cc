@@ -4,6 +4,7 @@
 #include "analysis/check_analysis.h"
 #include "analysis/test_patches.h"
 #include "analysis/test_samples.h"
+#include "tql/schema.h"
 
 namespace {
 

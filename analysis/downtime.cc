@@ -1,9 +1,9 @@
 #include "analysis/downtime.h"
 
 #include "analysis/plan_values.h"
-#include "analysis/schema.h"
 #include "base/log.h"
 #include "base/time_text.h"
+#include "tql/schema.h"
 
 namespace {
 

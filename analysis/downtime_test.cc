@@ -4,6 +4,7 @@
 
 #include "analysis/test_intervals.h"
 #include "analysis/test_patches.h"
+#include "tql/schema.h"
 
 namespace {
 

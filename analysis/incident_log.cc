@@ -1,8 +1,9 @@
 #include "analysis/incident_log.h"
 
-#include "analysis/result_objects.h"
 #include "analysis/check_log.h"
+#include "analysis/result_objects.h"
 #include "queues/qdialog.h"
+#include "tql/schema.h"
 
 bool isConfigurationChange(const std::string& msg) {
   const size_t tried = msg.find(" tried");
@@ -37,7 +38,7 @@ void addIncidentLog(const ResolvedIssue& issue, const tql::id_t& folder, const t
                     zone_t timeZone) {
   dbms::TSDB_Get_Data_Data request;
   request.id = node;
-  request.index_property = tsdb::kTsdbIncident;
+  request.index_property = schema::kTsdbIncident;
   request.flags = 2;
   request.raw = true;
   request.start = issue.start;
@@ -54,7 +55,7 @@ void addIncidentLog(const ResolvedIssue& issue, const tql::id_t& folder, const t
   if (kept.empty()) return;
   dbms::TSDB_Put_Data_Data put;
   put.id = log;
-  put.index_property = tsdb::kTsdbIncident;
+  put.index_property = schema::kTsdbIncident;
   put.data_type = reply.data_type;
   put.data = std::move(kept);
   queues::tsdb_put_data(put);

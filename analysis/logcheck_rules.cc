@@ -8,10 +8,10 @@
 #include "analysis/property_values.h"
 #include "analysis/row_sink.h"
 #include "analysis/row_texts.h"
-#include "analysis/schema.h"
 #include "base/fatal.h"
 #include "tql/catalogue.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ std::map<tql::id_t, tql::patch_t> fetchTargets(ObjectSource& objects,
   }
   std::map<tql::id_t, tql::patch_t> targets;
   if (ids.empty()) return targets;
-  for (tql::patch_t& p : objects.select(ids, tql::make_pattern(tql::kRootClass, 2))) {
+  for (tql::patch_t& p : objects.select(ids, tql::make_pattern(schema::kRootClass, 2))) {
     const tql::id_t id = p.id;
     targets.emplace(id, std::move(p));
   }

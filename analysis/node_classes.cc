@@ -1,20 +1,20 @@
 #include "analysis/node_classes.h"
 
 #include "analysis/object_values.h"
-#include "analysis/walk_schema.h"
 #include "queues/tql_operations.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 namespace {
 
 void collect(const tql::patch_t& object, NodeClassCatalogue& catalogue) {
-  if (object.class_ == walk::kNodeClass) {
+  if (object.class_ == schema::kNodeClass) {
     NodeClassRecord record;
-    if (const tql::property_t* p = setProperty(object, walk::kAutoPromote)) {
+    if (const tql::property_t* p = setProperty(object, schema::kAutoPromote)) {
       tql::decode_boolean(*p, record.autoPromote);
     }
     tql::object_set_t parents;
-    if (const tql::property_t* p = setProperty(object, walk::kInheritsFrom)) {
+    if (const tql::property_t* p = setProperty(object, schema::kInheritsFrom)) {
       tql::decode_object_set(*p, parents);
     }
     for (const auto& [parent, origin] : parents) {
@@ -35,11 +35,10 @@ NodeClassCatalogue catalogueOf(const tql::patch_t& tree) {
 }
 
 NodeClassCatalogue readNodeClasses() {
-  auto pattern = tql::add_next(tql::make_pattern(walk::kDomain, tql::kPatternNested),
-                               tql::make_pattern(walk::kNodeClass,
-                                                 std::set<int32_t>{walk::kInheritsFrom,
-                                                                   walk::kAutoPromote},
-                                                 0));
+  auto pattern = tql::add_next(
+      tql::make_pattern(schema::kDomain, tql::kPatternNested),
+      tql::make_pattern(schema::kNodeClass,
+                        std::set<int32_t>{schema::kInheritsFrom, schema::kAutoPromote}, 0));
   std::unique_ptr<tql::patch_t> tree =
       tql::select_one(tql::kRootId, std::move(pattern), 0, *queues::global_queue());
   return tree ? catalogueOf(*tree) : NodeClassCatalogue{};
@@ -62,8 +61,8 @@ void resolve(std::list<tql::condition_t>& conditions, const NodeClassCatalogue& 
   addDerived(closure, catalogue.derivedClasses, id);
   tql::object_set_t value;
   for (const tql::id_t& c : closure) value.emplace(c, tql::origin_t{});
-  conditions.push_back(
-      tql::condition_t{tql::make_property<9>(walk::kNodeClasses, std::move(value)), tql::kIntersects});
+  conditions.push_back(tql::condition_t{
+      tql::make_property<9>(schema::kNodeClasses, std::move(value)), tql::kIntersects});
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #include "analysis/plan.h"
 
 #include "analysis/plan_values.h"
-#include "analysis/schema.h"
 #include "base/error.h"
 #include "base/fatal.h"
 #include "base/zone.h"
+#include "tql/schema.h"
 
 namespace {
 

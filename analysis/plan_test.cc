@@ -8,6 +8,7 @@
 #include "analysis/test_intervals.h"
 #include "analysis/test_patches.h"
 #include "base/error.h"
+#include "tql/schema.h"
 
 namespace {
 

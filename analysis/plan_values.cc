@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "analysis/schema.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 int32_t clampToInt32(double v) {
   if (std::isnan(v)) return 0;

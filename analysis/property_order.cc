@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "analysis/walk_schema.h"
+#include "tql/schema.h"
 
 bool propertyOrderBefore(const std::vector<PropertyOrderKey>& keys, const tql::patch_t& a,
                          const tql::patch_t& b) {
@@ -19,7 +19,7 @@ bool propertyOrderBefore(const std::vector<PropertyOrderKey>& keys, const tql::p
 }
 
 std::vector<const tql::patch_t*> sortedChildren(const tql::patch_t& object) {
-  static const std::vector<PropertyOrderKey> kByLongLabel{{walk::kLongLabel, true}};
+  static const std::vector<PropertyOrderKey> kByLongLabel{{schema::kLongLabel, true}};
   std::vector<const tql::patch_t*> children;
   children.reserve(object.children.size());
   for (const tql::patch_t& child : object.children) children.push_back(&child);

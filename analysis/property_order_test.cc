@@ -3,14 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "tql/errors.h"
-#include "analysis/walk_schema.h"
+#include "tql/schema.h"
 
 namespace {
 
 tql::patch_t Labelled(uint32_t n, const char* label) {
   tql::patch_t p;
   p.id = tql::id_t{0, 1, n};
-  if (label != nullptr) p.set_property(tql::make_string_property(walk::kLongLabel, label));
+  if (label != nullptr) p.set_property(tql::make_string_property(schema::kLongLabel, label));
   return p;
 }
 
@@ -32,12 +32,13 @@ TEST(PropertyOrder, ByLongLabelWithUnlabelledObjectsFirst) {
 TEST(PropertyOrder, KeysInTurnAndDescendingKeys) {
   const tql::patch_t a = Labelled(1, "a");
   tql::patch_t b = Labelled(2, "a");
-  b.set_property(tql::make_string_property(walk::kName, "b"));
-  const std::vector<PropertyOrderKey> byLabelThenName{{walk::kLongLabel, true}, {walk::kName, true}};
+  b.set_property(tql::make_string_property(schema::kName, "b"));
+  const std::vector<PropertyOrderKey> byLabelThenName{{schema::kLongLabel, true},
+                                                      {schema::kName, true}};
   // Equal labels: the name decides; `a` has none, so it comes first.
   EXPECT_TRUE(propertyOrderBefore(byLabelThenName, a, b));
   EXPECT_FALSE(propertyOrderBefore(byLabelThenName, b, a));
-  const std::vector<PropertyOrderKey> byNameDescending{{walk::kName, false}};
+  const std::vector<PropertyOrderKey> byNameDescending{{schema::kName, false}};
   EXPECT_TRUE(propertyOrderBefore(byNameDescending, b, a));
   EXPECT_FALSE(propertyOrderBefore(byNameDescending, a, b));
   // Equal in every key: neither comes first.
@@ -47,8 +48,8 @@ TEST(PropertyOrder, KeysInTurnAndDescendingKeys) {
 TEST(PropertyOrder, ValuesThatCannotBeComparedRaise) {
   const tql::patch_t a = Labelled(1, "a");
   tql::patch_t b = Labelled(2, nullptr);
-  b.set_property(tql::make_property<20>(walk::kLongLabel, 3u));
-  EXPECT_THROW(propertyOrderBefore({{walk::kLongLabel, true}}, a, b), errors::tql);
+  b.set_property(tql::make_property<20>(schema::kLongLabel, 3u));
+  EXPECT_THROW(propertyOrderBefore({{schema::kLongLabel, true}}, a, b), errors::tql);
 }
 
 }  // namespace

@@ -13,9 +13,9 @@
 #include "analysis/result_graph.h"
 #include "analysis/result_objects.h"
 #include "analysis/summary_rows.h"
-#include "analysis/walk_schema.h"
 #include "analysis/walk_trace.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -52,8 +52,8 @@ void ReportSingleRawIssue::analyse(const tql::id_t& parentFolder, const Interval
                                    zone_t timeZone) {
   traceId("Analysing checks for check ", object.id);
   stats.explanationFolder = parentStats.explanationFolder;
-  label = stringOr(object, walk::kLongLabel, "<no name>");
-  const tql::id_t folder = addFolder(parentFolder, walk::kCheckFolder, label, object.id);
+  label = stringOr(object, schema::kLongLabel, "<no name>");
+  const tql::id_t folder = addFolder(parentFolder, schema::kFolderCheck, label, object.id);
   if (issue->kind == 5) {
     analyseConfiguration(object, folder, report_tree_root(), timeZone);
     status = 0;
@@ -67,7 +67,7 @@ void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSe
                                        zone_t timeZone) {
   const int64_t end = issue->start + issue->duration;
   dbms::Return_TSDB_Get_Data_Data reply =
-      fetchSeries(object.id, tsdb::kTsdbIndex, true, issue->start, end, 0);
+      fetchSeries(object.id, schema::kTsdbIndex, true, issue->start, end, 0);
   if (reply.data.empty()) {
     if (log_tracing()) log("No statistics data for check. Ignoring check.", kLogTrace);
     addRow(folder, "",
@@ -76,9 +76,9 @@ void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSe
   }
   const int32_t dataType = reply.data_type;
   unit.clear();
-  if (const tql::property_t* p = setProperty(object, walk::kUnit)) tql::decode_blob(*p, unit);
-  rangeMin = scalarOr(object, walk::kRangeMin, kNaN);
-  rangeMax = scalarOr(object, walk::kRangeMax, kNaN);
+  if (const tql::property_t* p = setProperty(object, schema::kUnit)) tql::decode_blob(*p, unit);
+  rangeMin = scalarOr(object, schema::kRangeMin, kNaN);
+  rangeMax = scalarOr(object, schema::kRangeMax, kNaN);
   if (issue->wantSummary && dataType != tsdb::kIncidentLog) {
     addRow(folder, "",
            (issue->start == 0 ? "Statistics from " : "Statistics during period ") +
@@ -156,14 +156,15 @@ void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType
   settings.warnBelow = warnBelow;
   settings.showMinMax = flags.graphShowMinMax;
   settings.showNoResponse = flags.graphShowNoResponse;
-  settings.plotMin = plotBound(object, walk::kPlotMin, walk::kRangeMin);
-  settings.plotMax = plotBound(object, walk::kPlotMax, walk::kRangeMax);
+  settings.plotMin = plotBound(object, schema::kPlotMin, schema::kRangeMin);
+  settings.plotMax = plotBound(object, schema::kPlotMax, schema::kRangeMax);
   settings.tabular = dataType == tsdb::kEnum ? flags.graphTabularEnum : flags.graphTabularUptime;
   const tql::id_t graph = addGraph(folder, "Statistics", settings, object);
-  dbms::Return_TSDB_Get_Data_Data chart = fetchSeries(
-      object.id, tsdb::kTsdbIndex, false, fetchStart, issue->start + issue->duration, kChartPoints);
+  dbms::Return_TSDB_Get_Data_Data chart =
+      fetchSeries(object.id, schema::kTsdbIndex, false, fetchStart, issue->start + issue->duration,
+                  kChartPoints);
   // A series that vanished between the two fetches leaves the graph empty.
   if (!chart.data.empty()) {
-    putSeries(graph, tsdb::kTsdbIndex, chart.data_type, std::move(chart.data));
+    putSeries(graph, schema::kTsdbIndex, chart.data_type, std::move(chart.data));
   }
 }

@@ -4,14 +4,14 @@
 #include "analysis/report_issue.h"
 #include "analysis/result_objects.h"
 #include "analysis/summary_rows.h"
-#include "analysis/walk_schema.h"
 #include "analysis/walk_trace.h"
+#include "tql/schema.h"
 
 void ReportDomain::analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
                            IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
   traceId("Analysing domain ", object.id);
-  const std::string label = stringOr(object, walk::kTreeLabel, "");
-  const tql::id_t folder = addFolder(parentFolder, walk::kDomainFolder, label, object.id);
+  const std::string label = stringOr(object, schema::kTreeLabel, "");
+  const tql::id_t folder = addFolder(parentFolder, schema::kFolderDomain, label, object.id);
   const bool availability = issue->wantSummary && issue->kind == 1;
   if (parentStats.explanationFolder.empty() && availability) {
     addExplanation(parentFolder, object.id, parentStats);
@@ -31,16 +31,16 @@ void ReportDomain::descend(const tql::id_t& folder, const IntervalSet& intervals
   traceId("Descending from ", object.id);
   const std::vector<const tql::patch_t*> children = sortedChildren(object);
   for (const tql::patch_t* child : children) {
-    if (child->class_ == walk::kNode) {
+    if (child->class_ == schema::kNode) {
       traceId("Got node ", child->id);
       ReportHost host(*child, *issue, depth + 1, selector, progress);
       host.analyse(folder, intervals, stats, firstSample, timeZone);
-    } else if (child->class_ != walk::kDomain) {
+    } else if (child->class_ != schema::kDomain) {
       traceId("Got unexpected object ", child->id);
     }
   }
   for (const tql::patch_t* child : children) {
-    if (child->class_ != walk::kDomain) continue;
+    if (child->class_ != schema::kDomain) continue;
     traceId("Got domain ", child->id);
     ReportDomain domain(*child, *issue, depth + 1, selector, progress);
     domain.analyse(folder, intervals, stats, firstSample, timeZone);

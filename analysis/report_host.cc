@@ -8,8 +8,8 @@
 #include "analysis/report_issue.h"
 #include "analysis/result_objects.h"
 #include "analysis/summary_rows.h"
-#include "analysis/walk_schema.h"
 #include "analysis/walk_trace.h"
+#include "tql/schema.h"
 
 void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
                          IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
@@ -19,8 +19,8 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
     status = 0;
     return;
   }
-  const std::string label = stringOr(*tree, walk::kLongLabel, "\"Unknown\"");
-  const tql::id_t folder = addFolder(parentFolder, walk::kNodeFolder, label, object.id);
+  const std::string label = stringOr(*tree, schema::kLongLabel, "\"Unknown\"");
+  const tql::id_t folder = addFolder(parentFolder, schema::kFolderNode, label, object.id);
   IssueStats stats;
   stats.explanationFolder = parentStats.explanationFolder;
   descend(*tree, folder, intervals, stats, firstSample, timeZone);

@@ -1,9 +1,9 @@
 #include "analysis/report_selection.h"
 
 #include "analysis/object_values.h"
-#include "analysis/walk_schema.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ tql::object_set_t objectSet(const tql::patch_t& object, int32_t number) {
 
 // A path's elements; a property of another kind is a damaged stored value.
 std::list<std::string> path(const tql::patch_t& selection) {
-  const tql::property_t* p = setProperty(selection, walk::kContains);
+  const tql::property_t* p = setProperty(selection, schema::kContains);
   if (p == nullptr) return {};
   const auto* list = dynamic_cast<const tql::property_string_list_t*>(p);
   if (list == nullptr) {
@@ -30,12 +30,13 @@ std::list<std::string> path(const tql::patch_t& selection) {
 void selectionsOf(const tql::patch_t& report, std::vector<ReportSelectionRecord>& records) {
   records.clear();
   for (const tql::patch_t& child : report.children) {
-    if (child.class_ != walk::kReportSelection) continue;
+    if (child.class_ != schema::kReportSelection) continue;
     ReportSelectionRecord record;
-    record.contains = objectSet(child, walk::kContains);
-    record.nodeClasses = objectSet(child, walk::kNodeClasses);
+    record.contains = objectSet(child, schema::kContains);
+    record.nodeClasses = objectSet(child, schema::kNodeClasses);
     for (const tql::patch_t& path_object : child.children) {
-      if (path_object.class_ == walk::kReportCheckSelection) record.checkPaths.push_back(path(path_object));
+      if (path_object.class_ == schema::kReportCheckSelection)
+        record.checkPaths.push_back(path(path_object));
     }
     records.push_back(std::move(record));
   }

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/walk_schema.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -15,19 +15,19 @@ tql::patch_t Child(int32_t class_) {
 
 TEST(SelectionsOf, OneRecordPerSelectionWithItsPathsInOrder) {
   tql::patch_t report;
-  tql::patch_t first = Child(walk::kReportSelection);
+  tql::patch_t first = Child(schema::kReportSelection);
   tql::object_set_t ids{{tql::id_t{0, 1, 7}, {}}};
-  first.set_property(tql::make_property<9>(walk::kContains, ids));
-  tql::patch_t path = Child(walk::kReportCheckSelection);
-  path.set_property(tql::make_property<8>(walk::kContains, std::list<std::string>{"G", "C"}));
+  first.set_property(tql::make_property<9>(schema::kContains, ids));
+  tql::patch_t path = Child(schema::kReportCheckSelection);
+  path.set_property(tql::make_property<8>(schema::kContains, std::list<std::string>{"G", "C"}));
   first.children.push_back(path);
-  first.children.push_back(Child(walk::kReportCheckSelection));  // no path: empty
-  report.children.push_back(Child(walk::kPlan));
+  first.children.push_back(Child(schema::kReportCheckSelection));  // no path: empty
+  report.children.push_back(Child(schema::kPlan));
   report.children.push_back(first);
-  tql::patch_t second = Child(walk::kReportSelection);
-  second.set_property(tql::make_property<9>(walk::kNodeClasses, ids));
-  second.set_property(tql::make_property<9>(walk::kContains, tql::object_set_t{}));
-  second.properties[walk::kContains]->is_null = true;
+  tql::patch_t second = Child(schema::kReportSelection);
+  second.set_property(tql::make_property<9>(schema::kNodeClasses, ids));
+  second.set_property(tql::make_property<9>(schema::kContains, tql::object_set_t{}));
+  second.properties[schema::kContains]->is_null = true;
   report.children.push_back(second);
 
   std::vector<ReportSelectionRecord> records(5);
@@ -44,15 +44,15 @@ TEST(SelectionsOf, OneRecordPerSelectionWithItsPathsInOrder) {
 
 TEST(SelectionsOf, DamagedValuesRaise) {
   tql::patch_t report;
-  tql::patch_t selection = Child(walk::kReportSelection);
-  tql::patch_t path = Child(walk::kReportCheckSelection);
-  path.set_property(tql::make_string_property(walk::kContains, "G/C"));
+  tql::patch_t selection = Child(schema::kReportSelection);
+  tql::patch_t path = Child(schema::kReportCheckSelection);
+  path.set_property(tql::make_string_property(schema::kContains, "G/C"));
   selection.children.push_back(path);
   report.children.push_back(selection);
   std::vector<ReportSelectionRecord> records;
   EXPECT_THROW(selectionsOf(report, records), errors::tql);
   report.children[0].children.clear();
-  report.children[0].set_property(tql::make_string_property(walk::kContains, "0.1.7"));
+  report.children[0].set_property(tql::make_string_property(schema::kContains, "0.1.7"));
   EXPECT_THROW(selectionsOf(report, records), errors::tql);
 }
 

@@ -3,10 +3,10 @@
 #include "analysis/node_classes.h"
 #include "analysis/object_values.h"
 #include "analysis/selection_patterns.h"
-#include "analysis/walk_schema.h"
 #include "base/fatal.h"
 #include "base/log.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelectionRecord>& selections,
                       uint32_t kind) {
@@ -20,7 +20,7 @@ ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelect
     }
     return tree;
   }
-  const tql::property_t* contains = setProperty(report, walk::kContains);
+  const tql::property_t* contains = setProperty(report, schema::kContains);
   if (contains == nullptr) {
     if (log_tracing()) log("Unable to find contents of template", kLogTrace);
     return tree;
@@ -33,8 +33,8 @@ ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelect
 }
 
 uint32_t countNodes(const tql::patch_t& tree) {
-  if (tree.class_ == walk::kNode) return 1;
-  TAVREL_ASSERT(tree.class_ == walk::kDomain, "countNodes got neither Domain nor Node");
+  if (tree.class_ == schema::kNode) return 1;
+  TAVREL_ASSERT(tree.class_ == schema::kDomain, "countNodes got neither Domain nor Node");
   uint32_t sum = 0;
   for (const tql::patch_t& child : tree.children) sum += countNodes(child);
   return sum;

@@ -5,7 +5,7 @@
 
 #include "analysis/object_values.h"
 #include "analysis/result_create.h"
-#include "analysis/walk_schema.h"
+#include "tql/schema.h"
 #include "tsdb/interval.h"
 
 namespace {
@@ -24,15 +24,15 @@ void copyIfPresent(Properties& p, const tql::patch_t& check, int32_t number) {
 // enum check without colours gets an empty unit.
 void addPresentation(Properties& p, const GraphSettings& s, const tql::patch_t& check) {
   const bool isEnum = s.dataType == tsdb::kEnum;
-  const std::string colors = stringOr(check, walk::kStateColors, "");
+  const std::string colors = stringOr(check, schema::kStateColors, "");
   if (isEnum && !colors.empty()) {
-    p.emplace_back(tql::make_string_property(walk::kStateColors, colors));
-    for (int32_t i = 0; i < 32; ++i) copyIfPresent(p, check, walk::kStateLabel0 + i);
+    p.emplace_back(tql::make_string_property(schema::kStateColors, colors));
+    for (int32_t i = 0; i < 32; ++i) copyIfPresent(p, check, schema::kStateLabel0 + i);
     return;
   }
-  p.emplace_back(tql::make_property<22>(walk::kUnit, isEnum ? std::string() : s.unit));
-  copyIfPresent(p, check, walk::kPreferredUnit);
-  copyIfPresent(p, check, walk::kPreferredBinary);
+  p.emplace_back(tql::make_property<22>(schema::kUnit, isEnum ? std::string() : s.unit));
+  copyIfPresent(p, check, schema::kPreferredUnit);
+  copyIfPresent(p, check, schema::kPreferredBinary);
 }
 
 // The alert level, and the warning level when `warnShown` (it is not hidden
@@ -49,23 +49,23 @@ std::vector<tql::property_ptr> graphProperties(const std::string& name, const Gr
                                                const tql::patch_t& check) {
   Properties p;
   p.emplace_back(orderProperty());
-  p.emplace_back(tql::make_string_property(walk::kName, name));
+  p.emplace_back(tql::make_string_property(schema::kName, name));
   addPresentation(p, s, check);
-  p.emplace_back(tql::make_property<20>(walk::kDataType, static_cast<uint32_t>(s.dataType)));
-  addLevels(p, walk::kAlertIfAbove, s.alertAbove, walk::kWarnIfAbove, s.warnAbove,
+  p.emplace_back(tql::make_property<20>(schema::kDataType, static_cast<uint32_t>(s.dataType)));
+  addLevels(p, schema::kAlertIfAbove, s.alertAbove, schema::kWarnIfAbove, s.warnAbove,
             s.alertAbove < 0.0 || s.alertAbove > s.warnAbove);
-  addLevels(p, walk::kAlertIfBelow, s.alertBelow, walk::kWarnIfBelow, s.warnBelow,
+  addLevels(p, schema::kAlertIfBelow, s.alertBelow, schema::kWarnIfBelow, s.warnBelow,
             s.alertBelow < 0.0 || s.warnBelow > s.alertBelow);
-  if (s.plotMin >= 0.0) addReal(p, walk::kPlotMin, s.plotMin);
-  if (s.plotMax >= 0.0) addReal(p, walk::kPlotMax, s.plotMax);
-  p.emplace_back(tql::make_boolean_property(walk::kGraphShowMinMax, s.showMinMax));
-  p.emplace_back(tql::make_boolean_property(walk::kGraphShowNoResponse, s.showNoResponse));
-  p.emplace_back(tql::make_boolean_property(walk::kGraphTabularUptime, s.tabular));
+  if (s.plotMin >= 0.0) addReal(p, schema::kPlotMin, s.plotMin);
+  if (s.plotMax >= 0.0) addReal(p, schema::kPlotMax, s.plotMax);
+  p.emplace_back(tql::make_boolean_property(schema::kGraphShowMinMax, s.showMinMax));
+  p.emplace_back(tql::make_boolean_property(schema::kGraphShowNoResponse, s.showNoResponse));
+  p.emplace_back(tql::make_boolean_property(schema::kGraphTabularUptime, s.tabular));
   return p;
 }
 
 tql::id_t addGraph(const tql::id_t& parent, const std::string& name, const GraphSettings& s,
                    const tql::patch_t& check) {
-  return createResult(parent, walk::kReportResultGraph, graphProperties(name, s, check),
+  return createResult(parent, schema::kReportResultGraph, graphProperties(name, s, check),
                       "ReportResultGraph");
 }

@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "analysis/walk_schema.h"
 #include "tql/catalogue.h"
+#include "tql/schema.h"
 #include "tsdb/interval.h"
 
 namespace {
@@ -24,13 +24,13 @@ TEST(GraphProperties, OrderComesFirstFromTheCounter) {
   const tql::patch_t check;
   const auto first = graphProperties("S", GraphSettings{}, check);
   const auto second = graphProperties("S", GraphSettings{}, check);
-  ASSERT_EQ(walk::kOrder, first[0]->name);
+  ASSERT_EQ(schema::kOrder, first[0]->name);
   EXPECT_EQ(std::stoul(first[0]->text()) + 1, std::stoul(second[0]->text()));
 }
 
 TEST(GraphProperties, ThresholdsShownOnlyWhereTheyMakeSense) {
   tql::patch_t check;
-  check.set_property(tql::make_property<22>(walk::kPreferredUnit, std::string("u")));
+  check.set_property(tql::make_property<22>(schema::kPreferredUnit, std::string("u")));
   GraphSettings s;
   s.dataType = tsdb::kContinuous;
   s.unit = "ms";
@@ -58,9 +58,9 @@ TEST(GraphProperties, ThresholdsShownOnlyWhereTheyMakeSense) {
 
 TEST(GraphProperties, EnumChecksCarryTheirColoursAndLabels) {
   tql::patch_t check;
-  check.set_property(tql::make_string_property(walk::kStateColors, "g,r"));
-  check.set_property(tql::make_string_property(walk::kStateLabel0 + 1, "down"));
-  check.set_property(tql::make_property<22>(walk::kPreferredUnit, std::string("u")));
+  check.set_property(tql::make_string_property(schema::kStateColors, "g,r"));
+  check.set_property(tql::make_string_property(schema::kStateLabel0 + 1, "down"));
+  check.set_property(tql::make_property<22>(schema::kPreferredUnit, std::string("u")));
   GraphSettings s;
   s.dataType = tsdb::kEnum;
   s.unit = "ms";
@@ -70,9 +70,9 @@ TEST(GraphProperties, EnumChecksCarryTheirColoursAndLabels) {
       "graphShowNoResponse=false graphTabularUptime=true",
       Render(graphProperties("E", s, check)));
   // Without colours an enum check gets an empty unit.
-  check.properties.erase(walk::kStateColors);
+  check.properties.erase(schema::kStateColors);
   const auto p = graphProperties("E", s, check);
-  ASSERT_EQ(walk::kUnit, p[2]->name);
+  ASSERT_EQ(schema::kUnit, p[2]->name);
   EXPECT_EQ("", dynamic_cast<const tql::property_blob_t&>(*p[2]).value);
 }
 

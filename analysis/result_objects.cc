@@ -4,12 +4,12 @@
 
 #include "analysis/object_values.h"
 #include "analysis/result_create.h"
-#include "analysis/walk_schema.h"
 #include "base/log.h"
 #include "queues/tql_operations.h"
 #include "tql/catalogue.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 uint32_t next_result_order() {
   static uint32_t counter = 1;
@@ -17,11 +17,12 @@ uint32_t next_result_order() {
 }
 
 tql::property_ptr orderProperty() {
-  return tql::make_property<20>(walk::kOrder, next_result_order());
+  return tql::make_property<20>(schema::kOrder, next_result_order());
 }
 
 void appendOrigin(std::vector<tql::property_ptr>& properties, const tql::id_t& origin) {
-  if (!origin.empty()) properties.emplace_back(tql::make_object_property(walk::kOriginNode, origin));
+  if (!origin.empty())
+    properties.emplace_back(tql::make_object_property(schema::kOriginNode, origin));
 }
 
 tql::id_t createResult(const tql::id_t& parent, int32_t class_,
@@ -40,36 +41,36 @@ tql::id_t createResult(const tql::id_t& parent, int32_t class_,
 tql::id_t addFolder(const tql::id_t& parent, uint32_t folderType, const std::string& name,
                     const tql::id_t& origin) {
   std::vector<tql::property_ptr> p;
-  p.emplace_back(tql::make_property<25>(walk::kFolderType,
-                                        tql::enum_value_t{walk::kFolderTypeEnum, folderType}));
-  p.emplace_back(tql::make_string_property(walk::kName, name));
+  p.emplace_back(tql::make_property<25>(schema::kFolderType,
+                                        tql::enum_value_t{schema::kFolderTypeEnum, folderType}));
+  p.emplace_back(tql::make_string_property(schema::kName, name));
   p.emplace_back(orderProperty());
   appendOrigin(p, origin);
-  return createResult(parent, walk::kReportResultFolder, std::move(p), "ReportResultFolder");
+  return createResult(parent, schema::kReportResultFolder, std::move(p), "ReportResultFolder");
 }
 
 tql::id_t addRow(const tql::id_t& parent, const std::string& label, const std::string& value,
                  const tql::id_t& origin) {
   std::vector<tql::property_ptr> p;
   p.emplace_back(orderProperty());
-  p.emplace_back(tql::make_string_property(walk::kName, label));
-  p.emplace_back(tql::make_string_property(walk::kText, value));
+  p.emplace_back(tql::make_string_property(schema::kName, label));
+  p.emplace_back(tql::make_string_property(schema::kText, value));
   appendOrigin(p, origin);
-  return createResult(parent, walk::kReportResultRow, std::move(p), "ReportResultRow");
+  return createResult(parent, schema::kReportResultRow, std::move(p), "ReportResultRow");
 }
 
 tql::id_t addLog(const tql::id_t& parent, const std::string& name) {
   std::vector<tql::property_ptr> p;
   p.emplace_back(orderProperty());
-  p.emplace_back(tql::make_string_property(walk::kName, name));
-  return createResult(parent, walk::kReportResultLog, std::move(p), "ReportResultLog");
+  p.emplace_back(tql::make_string_property(schema::kName, name));
+  return createResult(parent, schema::kReportResultLog, std::move(p), "ReportResultLog");
 }
 
 tql::id_t addText(const tql::id_t& parent, const std::string& text) {
   std::vector<tql::property_ptr> p;
-  p.emplace_back(tql::make_string_property(walk::kComment, text));
+  p.emplace_back(tql::make_string_property(schema::kComment, text));
   p.emplace_back(orderProperty());
-  return createResult(parent, walk::kReportText, std::move(p), nullptr);
+  return createResult(parent, schema::kReportText, std::move(p), nullptr);
 }
 
 void addPropertyRow(const tql::id_t& parent, const std::string& label, const tql::patch_t& object,

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "analysis/walk_schema.h"
 #include "base/log.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr int32_t kNestedAll = tql::kPatternNested | tql::kPatternAllProps;  // 
 constexpr int32_t kSelected = tql::kPatternAllProps | tql::kPatternBit4;     // 6
 
 tql::condition_t siblingName(const std::string& name) {
-  return {tql::make_string_property(walk::kSiblingName, name), tql::kEqual};
+  return {tql::make_string_property(schema::kSiblingName, name), tql::kEqual};
 }
 
 std::unique_ptr<tql::pattern_t> tagged(std::unique_ptr<tql::pattern_t> p, int32_t tag) {
@@ -26,16 +26,16 @@ std::unique_ptr<tql::pattern_t> tagged(std::unique_ptr<tql::pattern_t> p, int32_
 
 // CheckGroup 3 -> Check 6 where `checkWhere`, tag 0 -> CheckAccumulation 2, tag 0.
 std::unique_ptr<tql::pattern_t> groupsWithChecks(const Conditions& checkWhere) {
-  return add_next(make_pattern(walk::kCheckGroup, kNestedAll),
-                  add_next(tagged(make_pattern(walk::kCheck, checkWhere, kSelected), 0),
-                           tagged(make_pattern(walk::kCheckAccumulation, kAll), 0)));
+  return add_next(make_pattern(schema::kCheckGroup, kNestedAll),
+                  add_next(tagged(make_pattern(schema::kCheck, checkWhere, kSelected), 0),
+                           tagged(make_pattern(schema::kCheckAccumulation, kAll), 0)));
 }
 
 // Wraps `inner` in CheckGroup steps for path[0 .. count), innermost last.
 std::unique_ptr<tql::pattern_t> inGroups(std::unique_ptr<tql::pattern_t> inner,
                                          const std::vector<std::string>& path, size_t count) {
   for (size_t i = count; i-- > 0;) {
-    inner = add_next(make_pattern(walk::kCheckGroup, Conditions{siblingName(path[i])}, kAll),
+    inner = add_next(make_pattern(schema::kCheckGroup, Conditions{siblingName(path[i])}, kAll),
                      std::move(inner));
   }
   return inner;
@@ -44,14 +44,16 @@ std::unique_ptr<tql::pattern_t> inGroups(std::unique_ptr<tql::pattern_t> inner,
 }  // namespace
 
 tql::condition_t idInSet(const tql::object_set_t& ids) {
-  return {tql::make_property<9>(walk::kId, ids), tql::kElementOf};
+  return {tql::make_property<9>(schema::kId, ids), tql::kElementOf};
 }
 
-tql::condition_t isActive() { return {tql::make_boolean_property(walk::kActive, true), tql::kEqual}; }
+tql::condition_t isActive() {
+  return {tql::make_boolean_property(schema::kActive, true), tql::kEqual};
+}
 
 std::unique_ptr<tql::pattern_t> selectionTreePattern(
     const std::vector<ReportSelectionRecord>& records, const NodeClassCatalogue& catalogue) {
-  auto root = make_pattern(walk::kDomain, kNestedAll);
+  auto root = make_pattern(schema::kDomain, kNestedAll);
   for (size_t i = 0; i < records.size(); ++i) {
     const int32_t tag = static_cast<int32_t>(i);
     Conditions a{idInSet(records[i].contains)};
@@ -60,22 +62,22 @@ std::unique_ptr<tql::pattern_t> selectionTreePattern(
     Conditions c = a;
     c.insert(c.end(), b.begin(), b.end());
     root = add_next(std::move(root),
-                    add_next(make_pattern(walk::kDomain, a, kAll),
-                             add_next(make_pattern(walk::kDomain, kNestedAll),
-                                      tagged(make_pattern(walk::kNode, b, kAll), tag))));
-    root = add_next(std::move(root), tagged(make_pattern(walk::kNode, c, kSelected), tag));
+                    add_next(make_pattern(schema::kDomain, a, kAll),
+                             add_next(make_pattern(schema::kDomain, kNestedAll),
+                                      tagged(make_pattern(schema::kNode, b, kAll), tag))));
+    root = add_next(std::move(root), tagged(make_pattern(schema::kNode, c, kSelected), tag));
   }
   return root;
 }
 
 std::unique_ptr<tql::pattern_t> oldStyleTreePattern(const tql::object_set_t& contains) {
   Conditions a{idInSet(contains)};
-  auto listedDomains = add_next(make_pattern(walk::kDomain, a, kAll),
-                                add_next(make_pattern(walk::kDomain, kNestedAll),
-                                         make_pattern(walk::kNode, kAll)));
+  auto listedDomains = add_next(
+      make_pattern(schema::kDomain, a, kAll),
+      add_next(make_pattern(schema::kDomain, kNestedAll), make_pattern(schema::kNode, kAll)));
   auto listedNodes =
-      add_next(make_pattern(walk::kDomain, kNestedAll), make_pattern(walk::kNode, a, kAll));
-  return add_next(make_pattern(walk::kDomain, kSelected),
+      add_next(make_pattern(schema::kDomain, kNestedAll), make_pattern(schema::kNode, a, kAll));
+  return add_next(make_pattern(schema::kDomain, kSelected),
                   tql::pattern_list(std::move(listedDomains), std::move(listedNodes)));
 }
 
@@ -84,7 +86,8 @@ std::unique_ptr<tql::pattern_t> oldStyleCheckPattern(const tql::object_set_t& co
   Conditions where;
   if (!fallback) where.push_back(idInSet(contains));
   where.push_back(isActive());
-  return add_next(make_pattern(walk::kNode, fallback ? kSelected : kAll), groupsWithChecks(where));
+  return add_next(make_pattern(schema::kNode, fallback ? kSelected : kAll),
+                  groupsWithChecks(where));
 }
 
 void pathPatterns(const std::list<std::string>& pathList, tql::pattern_list_t& out) {
@@ -92,7 +95,7 @@ void pathPatterns(const std::list<std::string>& pathList, tql::pattern_list_t& o
   const size_t n = path.size();
   if (n == 0) return;
   auto check = tagged(
-      make_pattern(walk::kCheck, Conditions{siblingName(path[n - 1]), isActive()}, kSelected), 0);
+      make_pattern(schema::kCheck, Conditions{siblingName(path[n - 1]), isActive()}, kSelected), 0);
   out.push_back(std::move(*inGroups(std::move(check), path, n - 1)));
   if (n < 2) return;
   if (log_tracing()) {
@@ -101,15 +104,16 @@ void pathPatterns(const std::list<std::string>& pathList, tql::pattern_list_t& o
     for (size_t i = n - 2; i-- > 0;) log("AccSibn " + path[i], kLogTrace);
   }
   auto accumulation = add_next(
-      make_pattern(walk::kCheck, Conditions{siblingName(path[n - 2]), isActive()}, kAll),
-      tagged(make_pattern(walk::kCheckAccumulation, Conditions{siblingName(path[n - 1])}, kSelected),
-             0));
+      make_pattern(schema::kCheck, Conditions{siblingName(path[n - 2]), isActive()}, kAll),
+      tagged(
+          make_pattern(schema::kCheckAccumulation, Conditions{siblingName(path[n - 1])}, kSelected),
+          0));
   out.push_back(std::move(*inGroups(std::move(accumulation), path, n - 2)));
 }
 
 std::unique_ptr<tql::pattern_t> tagCheckPattern(const std::vector<ReportSelectionRecord>& records,
                                                 const std::set<int32_t>& tags) {
-  auto node = make_pattern(walk::kNode, kSelected);
+  auto node = make_pattern(schema::kNode, kSelected);
   for (int32_t tag : tags) {
     if (tag < 0 || static_cast<size_t>(tag) >= records.size()) continue;
     const ReportSelectionRecord& record = records[static_cast<size_t>(tag)];

@@ -4,8 +4,8 @@
 
 #include "analysis/node_classes.h"
 #include "analysis/report_selection.h"
-#include "analysis/walk_schema.h"
 #include "tql/catalogue.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -121,10 +121,10 @@ TEST(TreePatterns, SelectionsTagTheirNodesWithTheirIndex) {
 
 tql::patch_t NodeClass(const tql::id_t& id, bool autoPromote, tql::object_set_t parents) {
   tql::patch_t p;
-  p.class_ = walk::kNodeClass;
+  p.class_ = schema::kNodeClass;
   p.id = id;
-  p.set_property(tql::make_boolean_property(walk::kAutoPromote, autoPromote));
-  p.set_property(tql::make_property<9>(walk::kInheritsFrom, std::move(parents)));
+  p.set_property(tql::make_boolean_property(schema::kAutoPromote, autoPromote));
+  p.set_property(tql::make_property<9>(schema::kInheritsFrom, std::move(parents)));
   return p;
 }
 
@@ -138,11 +138,11 @@ std::string Conditions(const NodeClassCatalogue& catalogue, const tql::id_t& id)
 
 TEST(NodeClasses, ClassesStandForThemselvesAndEveryClassDerivedFromThem) {
   tql::patch_t domain;
-  domain.class_ = walk::kDomain;
+  domain.class_ = schema::kDomain;
   domain.children.push_back(NodeClass(kA, false, {}));
   domain.children.push_back(NodeClass(kB, false, Set({kA})));
   tql::patch_t sub;
-  sub.class_ = walk::kDomain;
+  sub.class_ = schema::kDomain;
   sub.children.push_back(NodeClass(kC, false, Set({kB})));
   domain.children.push_back(std::move(sub));
   const NodeClassCatalogue catalogue = catalogueOf(domain);
@@ -154,7 +154,7 @@ TEST(NodeClasses, ClassesStandForThemselvesAndEveryClassDerivedFromThem) {
 
 TEST(NodeClasses, AnAutoPromoteClassAddsOneConditionPerParent) {
   tql::patch_t domain;
-  domain.class_ = walk::kDomain;
+  domain.class_ = schema::kDomain;
   domain.children.push_back(NodeClass(kA, false, {}));
   domain.children.push_back(NodeClass(kB, false, {}));
   domain.children.push_back(NodeClass(kC, true, Set({kA, kB})));
@@ -163,7 +163,7 @@ TEST(NodeClasses, AnAutoPromoteClassAddsOneConditionPerParent) {
 
 TEST(NodeClasses, CyclesEnd) {
   tql::patch_t domain;
-  domain.class_ = walk::kDomain;
+  domain.class_ = schema::kDomain;
   domain.children.push_back(NodeClass(kA, false, Set({kB})));
   domain.children.push_back(NodeClass(kB, false, Set({kA})));
   domain.children.push_back(NodeClass(kC, true, Set({kD})));

@@ -3,10 +3,10 @@
 
 #include "analysis/check_analysis.h"
 #include "analysis/classify.h"
-#include "analysis/schema.h"
 #include "base/fatal.h"
 #include "base/log.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include "analysis/test_patches.h"
 #include "analysis/test_samples.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/schema.h"
 #include "tql/patch.h"
 #include "tql/property.h"
+#include "tql/schema.h"
 
 namespace testing_patches {
 
@@ -35,7 +35,7 @@ inline tql::patch_t& withString(tql::patch_t& p, int32_t number, std::string v) 
 }
 
 inline tql::patch_t& withEnum(tql::patch_t& p, int32_t number, uint32_t value,
-                             uint32_t enumeration = 65538) {
+                             uint32_t enumeration = schema::kStateActionEnum) {
   p.set_property(tql::make_property<25>(number, tql::enum_value_t{enumeration, value}));
   return p;
 }

@@ -5,11 +5,11 @@
 #include <sstream>
 
 #include "analysis/object_values.h"
-#include "analysis/schema.h"
 #include "base/log.h"
 #include "tql/catalogue.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 

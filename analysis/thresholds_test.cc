@@ -6,6 +6,7 @@
 
 #include "analysis/test_patches.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "analysis/check_analysis.h"
-#include "analysis/schema.h"
 #include "tql/property.h"
+#include "tql/schema.h"
 
 namespace {
 

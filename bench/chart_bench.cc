@@ -8,6 +8,7 @@
 
 #include "bench/chart_bench_canvas.h"
 #include "grapher/check_image.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -31,8 +32,7 @@ std::vector<tsdb::interval_ptr> records() {
 const tql::patch_t& graphObject() {
   static const tql::patch_t object = [] {
     tql::patch_t o;
-    o.set_property(
-        tql::make_property<22>(grapher::graph_property::kUnit, std::string("\x11\x01", 2)));
+    o.set_property(tql::make_property<22>(schema::kUnit, std::string("\x11\x01", 2)));
     return o;
   }();
   return object;

@@ -1,25 +1,25 @@
 #include "email/mail_jobs.h"
 
 #include "base/log.h"
-#include "email/mail_schema.h"
 #include "queues/report_incident.h"
 #include "tql/catalogue.h"
 #include "tql/errors.h"
 #include "tql/property.h"
+#include "tql/schema.h"
 
 namespace {
 
 // The instance's number when the tree holds it, else 0.
 uint32_t order_of(const tql::patch_t& instance) {
   const auto* order =
-      dynamic_cast<const tql::property_uint_t*>(instance.find_property(mail_schema::kOrder));
+      dynamic_cast<const tql::property_uint_t*>(instance.find_property(schema::kOrder));
   return order != nullptr && !order->is_null ? order->value : 0;
 }
 
 // The job's addresses, or null when its destination is not a list.
 const tql::property_string_list_t* destination_of(const tql::patch_t& job) {
-  const auto* list = dynamic_cast<const tql::property_string_list_t*>(
-      job.find_property(mail_schema::kDestination));
+  const auto* list =
+      dynamic_cast<const tql::property_string_list_t*>(job.find_property(schema::kDestination));
   return list != nullptr && !list->is_null ? list : nullptr;
 }
 
@@ -93,9 +93,9 @@ void serve_mail_reply(const dbms::Return_Tql_Select_Data& reply, uint32_t inresp
   while (!stack.empty()) {
     const tql::patch_t& object = *stack.back();
     stack.pop_back();
-    if (object.class_ == mail_schema::kReport) {
+    if (object.class_ == schema::kReport) {
       treat_send_jobs(object, backend);
-    } else if (object.class_ == mail_schema::kDomain) {
+    } else if (object.class_ == schema::kDomain) {
       for (const tql::patch_t& child : object.children) stack.push_back(&child);
     } else {
       log("Got unexpected class during sending of report : " + tql::class_name(object.class_));

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "email/mail_schema.h"
 #include "email/report_mail_test_support.h"
 #include "tql/errors.h"
 #include "tql/property.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -27,17 +27,17 @@ tql::patch_t object(int32_t class_, tql::id_t id, std::vector<tql::patch_t> chil
 }
 
 tql::patch_t instance(uint32_t n, uint32_t order, std::vector<tql::patch_t> jobs) {
-  tql::patch_t p = object(mail_schema::kReportInstance, id(38, n), std::move(jobs));
+  tql::patch_t p = object(schema::kReportInstance, id(38, n), std::move(jobs));
   if (order != 0) {
-    p.set_property(std::make_unique<tql::property_uint_t>(mail_schema::kOrder, order));
+    p.set_property(std::make_unique<tql::property_uint_t>(schema::kOrder, order));
   }
   return p;
 }
 
 tql::patch_t job(uint32_t n, std::list<std::string> addresses) {
-  tql::patch_t p = object(mail_schema::kReportSendTo, id(62, n));
-  p.set_property(std::make_unique<tql::property_string_list_t>(mail_schema::kDestination,
-                                                               std::move(addresses)));
+  tql::patch_t p = object(schema::kReportSendTo, id(62, n));
+  p.set_property(
+      std::make_unique<tql::property_string_list_t>(schema::kDestination, std::move(addresses)));
   return p;
 }
 
@@ -85,11 +85,10 @@ class MailJobsTest : public ::testing::Test {
 };
 
 TEST_F(MailJobsTest, JobsAreMailedAndDeletedInOrder) {
-  tql::patch_t report = object(
-      mail_schema::kReport, id(5, 1),
-      {instance(1, 3, {job(1, {"a@x", "B@x"}), job(2, {"c@x"})}), instance(2, 0, {}),
-       instance(3, 0, {job(3, {})})});
-  serve({object(mail_schema::kDomain, id(0, 1), {report})});
+  tql::patch_t report = object(schema::kReport, id(5, 1),
+                               {instance(1, 3, {job(1, {"a@x", "B@x"}), job(2, {"c@x"})}),
+                                instance(2, 0, {}), instance(3, 0, {job(3, {})})});
+  serve({object(schema::kDomain, id(0, 1), {report})});
   const std::vector<std::string> expected = {
       "mail 38.1 of 5.1 to a@x B@x", "delete 62.1", "mail 38.1 of 5.1 to c@x", "delete 62.2",
       // An empty list is handed on (mail_report returns at once) and the job goes.
@@ -99,11 +98,11 @@ TEST_F(MailJobsTest, JobsAreMailedAndDeletedInOrder) {
 }
 
 TEST_F(MailJobsTest, DomainsAreWalkedLastChildFirst) {
-  tql::patch_t a = object(mail_schema::kReport, id(5, 1), {instance(1, 0, {job(1, {"a@x"})})});
-  tql::patch_t b = object(mail_schema::kReport, id(5, 2), {instance(2, 0, {job(2, {"b@x"})})});
-  tql::patch_t c = object(mail_schema::kReport, id(5, 3), {instance(3, 0, {job(3, {"c@x"})})});
-  tql::patch_t sub = object(mail_schema::kDomain, id(3, 2), {b, object(4, id(4, 1))});
-  serve({object(mail_schema::kDomain, id(0, 1), {a, sub, c})});
+  tql::patch_t a = object(schema::kReport, id(5, 1), {instance(1, 0, {job(1, {"a@x"})})});
+  tql::patch_t b = object(schema::kReport, id(5, 2), {instance(2, 0, {job(2, {"b@x"})})});
+  tql::patch_t c = object(schema::kReport, id(5, 3), {instance(3, 0, {job(3, {"c@x"})})});
+  tql::patch_t sub = object(schema::kDomain, id(3, 2), {b, object(4, id(4, 1))});
+  serve({object(schema::kDomain, id(0, 1), {a, sub, c})});
   const std::vector<std::string> expected = {"mail 38.3 of 5.3 to c@x", "delete 62.3",
                                              "mail 38.2 of 5.2 to b@x", "delete 62.2",
                                              "mail 38.1 of 5.1 to a@x", "delete 62.1"};
@@ -113,18 +112,18 @@ TEST_F(MailJobsTest, DomainsAreWalkedLastChildFirst) {
 }
 
 TEST_F(MailJobsTest, JobWithoutUsableDestinationIsToldAndDeleted) {
-  tql::patch_t none = object(mail_schema::kReportSendTo, id(62, 1));
-  tql::patch_t text = object(mail_schema::kReportSendTo, id(62, 2));
-  text.set_property(std::make_unique<tql::property_string_t>(mail_schema::kDestination, "a@x"));
+  tql::patch_t none = object(schema::kReportSendTo, id(62, 1));
+  tql::patch_t text = object(schema::kReportSendTo, id(62, 2));
+  text.set_property(std::make_unique<tql::property_string_t>(schema::kDestination, "a@x"));
   tql::patch_t null = job(3, {"b@x"});
   null.set_property([] {
-    auto p = std::make_unique<tql::property_string_list_t>(mail_schema::kDestination,
+    auto p = std::make_unique<tql::property_string_list_t>(schema::kDestination,
                                                            std::list<std::string>{"b@x"});
     p->is_null = true;
     return p;
   }());
-  serve({object(mail_schema::kReport, id(5, 1),
-                {instance(1, 12, {none, text}), instance(2, 0, {null})})});
+  serve(
+      {object(schema::kReport, id(5, 1), {instance(1, 12, {none, text}), instance(2, 0, {null})})});
   const std::vector<std::string> expected = {
       "incident 5.1 4 Could not get email addresses while sending report number 12.",
       "delete 62.1",
@@ -140,10 +139,10 @@ TEST_F(MailJobsTest, JobWithoutUsableDestinationIsToldAndDeleted) {
 TEST_F(MailJobsTest, FailedDeletionOrIncidentDoesNotStopTheWalk) {
   backend.undeletable = {"62.1"};
   backend.failIncident = true;
-  serve({object(mail_schema::kReport, id(5, 1),
-                {instance(1, 0,
-                          {job(1, {"a@x"}), object(mail_schema::kReportSendTo, id(62, 2)),
-                           job(3, {"c@x"})})})});
+  serve({object(
+      schema::kReport, id(5, 1),
+      {instance(1, 0,
+                {job(1, {"a@x"}), object(schema::kReportSendTo, id(62, 2)), job(3, {"c@x"})})})});
   const std::vector<std::string> expected = {
       "mail 38.1 of 5.1 to a@x",
       "delete 62.1",
@@ -164,9 +163,10 @@ TEST_F(MailJobsTest, FailedDeletionOrIncidentDoesNotStopTheWalk) {
 TEST_F(MailJobsTest, JobsThatAreGoneAreNotMailedAgain) {
   backend.gone = {"62.1", "62.3"};
   backend.unreadable = {"62.2"};
-  serve({object(mail_schema::kReport, id(5, 1),
-                {instance(1, 0, {job(1, {"a@x"}), job(2, {"b@x"}),
-                                 object(mail_schema::kReportSendTo, id(62, 3))})})});
+  serve({object(
+      schema::kReport, id(5, 1),
+      {instance(1, 0,
+                {job(1, {"a@x"}), job(2, {"b@x"}), object(schema::kReportSendTo, id(62, 3))})})});
   const std::vector<std::string> expected = {"mail 38.1 of 5.1 to b@x", "delete 62.2"};
   EXPECT_EQ(expected, backend.calls);
   const std::vector<std::string> traces = {
@@ -179,7 +179,7 @@ TEST_F(MailJobsTest, JobsThatAreGoneAreNotMailedAgain) {
 
 TEST_F(MailJobsTest, RepliesThatCarryNoJobs) {
   const tql::patch_t report =
-      object(mail_schema::kReport, id(5, 1), {instance(1, 0, {job(1, {"a@x"})})});
+      object(schema::kReport, id(5, 1), {instance(1, 0, {job(1, {"a@x"})})});
   serve({report}, 6);
   dbms::Return_Tql_Select_Data failed;
   failed.status = 4;

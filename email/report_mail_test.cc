@@ -19,6 +19,7 @@
 #include "grapher/graph.h"
 #include "report/html_renderer.h"
 #include "report/text_renderer.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -228,7 +229,7 @@ TEST_F(ReportMailTest, UnreachableServer) {
 }
 
 TEST_F(ReportMailTest, ReportThatCannotBeReadIsNotSent) {
-  fake::Item broken = fake::folder(report::kFolderNode, "web01");
+  fake::Item broken = fake::folder(schema::kFolderNode, "web01");
   broken.fail_contents = true;
   instance = fake::Instance({broken});
   EXPECT_FALSE(sendToPeer(kGreeting + kOk + kOk + "send 354 go\\r\\n\ndata\n", {"a@x"}));

@@ -5,6 +5,7 @@
 
 #include "base/log.h"
 #include "grapher/check_image.h"
+#include "tql/schema.h"
 
 const std::string ResourceFolder::kStyleSheet = "body { color: black }\r\n";
 
@@ -27,14 +28,14 @@ std::string png(const std::string& text) {
 report::fake::Instance sampleReport() {
   namespace fake = report::fake;
   fake::Instance instance(
-      {fake::folder(report::kFolderNode, "web01",
+      {fake::folder(schema::kFolderNode, "web01",
                     {fake::row("Availability", "99.5 %"),
                      fake::log("Incidents", {{report::kSeverityOk, "up", kStart + 3600},
                                              {report::kSeverityWarning, "slow", kStart + 7200},
                                              {report::kSeverityAlert, "down", kStart + 9000},
                                              {report::kSeverityOk, "up again", kStart + 9600}}),
                      fake::graph("Response time")},
-                    {fake::folder(report::kFolderCheck, "http", {fake::graph("Latency")})})});
+                    {fake::folder(schema::kFolderCheck, "http", {fake::graph("Latency")})})});
   instance.start_ = kStart;
   instance.duration_ = kDay;
   instance.generated_ = kStart + kDay + 60;

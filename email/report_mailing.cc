@@ -9,7 +9,6 @@
 #include "base/log.h"
 #include "base/time_value.h"
 #include "email/mail_jobs.h"
-#include "email/mail_schema.h"
 #include "email/report_mail.h"
 #include "queues/childqueue.h"
 #include "queues/report_incident.h"
@@ -18,13 +17,14 @@
 #include "resource/collection.h"
 #include "tql/errors.h"
 #include "tql/property.h"
+#include "tql/schema.h"
 
 namespace {
 
 // The report's `timeZone`, or the zone of TZ when it has none.
 zone_t zone_of(const tql::patch_t& report) {
   const auto* zone =
-      dynamic_cast<const tql::property_int_t*>(report.find_property(mail_schema::kTimeZone));
+      dynamic_cast<const tql::property_int_t*>(report.find_property(schema::kTimeZone));
   return timeZoneValue(zone != nullptr && !zone->is_null ? zone->value : kEnvironmentZone);
 }
 
@@ -32,20 +32,19 @@ void send_stored_report(const std::vector<std::string>& addresses, const tql::id
                         const tql::id_t& report_id) {
   TAVREL_ASSERT(queues::global_queue() != nullptr, "Report mailing needs the process's queue");
   queues::childqueue& queue = *queues::global_queue();
-  const std::unique_ptr<tql::patch_t> report =
-      tql::get_object(report_id, mail_schema::kReport, queue);
+  const std::unique_ptr<tql::patch_t> report = tql::get_object(report_id, schema::kReport, queue);
   if (!report) {
     log("Unable to get report object for report mailing");
     return;
   }
   const std::unique_ptr<tql::patch_t> stored =
-      tql::get_object(instance_id, mail_schema::kReportInstance, queue);
+      tql::get_object(instance_id, schema::kReportInstance, queue);
   if (!stored) {
     log("Unable to fetch report instance object for order property");
     return;
   }
   const auto* order =
-      dynamic_cast<const tql::property_uint_t*>(stored->find_property(mail_schema::kOrder));
+      dynamic_cast<const tql::property_uint_t*>(stored->find_property(schema::kOrder));
   TAVREL_ASSERT(order != nullptr, "Couldn't get order property from template");
   // The instance is opened once it is known to exist, so that a gone
   // instance is told as such rather than as a failed read.
@@ -74,7 +73,7 @@ class StoredMailing : public MailingBackend {
     tql::delete_object(id, version);
   }
   bool job_stored(const tql::id_t& id) override {
-    return tql::get_object(id, mail_schema::kReportSendTo, *queues::global_queue()) != nullptr;
+    return tql::get_object(id, schema::kReportSendTo, *queues::global_queue()) != nullptr;
   }
 };
 

@@ -8,12 +8,11 @@
 #include "grapher/contiguous.h"
 #include "grapher/gd_canvas.h"
 #include "grapher/palette.h"
+#include "tql/schema.h"
 
 namespace grapher {
 
 namespace {
-
-namespace gp = graph_property;
 
 const tql::property_t* present(const tql::patch_t& object, int32_t number) {
   const tql::property_t* p = object.find_property(number);
@@ -89,14 +88,14 @@ void addEnum(Graph& graph, const tql::patch_t& object,
              const std::vector<tsdb::interval_ptr>& records) {
   const auto fields = fieldsOf<3, tsdb::enum_fields>(records, "Tried to cast to enum. Error.");
   EnumSeries series;
-  const std::string colours = bytesOf(object, gp::kStateColors).value_or("");
+  const std::string colours = bytesOf(object, schema::kStateColors).value_or("");
   // Masks have 32 bits: letters past state 31 name no state.
   for (size_t i = 0; i < colours.size() && i < 32; ++i) {
     const int state = static_cast<int>(i);
     const char c = colours[i];
     if (c != 'r' && c != 'y' && c != 'g') continue;
     series.classes[state] = c == 'r' ? 2 : c == 'y' ? 1 : 0;
-    if (auto label = bytesOf(object, gp::kStateLabel0 + state)) {
+    if (auto label = bytesOf(object, schema::kStateLabel0 + state)) {
       series.labels[state] = *label;
     }
   }
@@ -113,12 +112,12 @@ void addContinuous(Graph& graph, const tql::patch_t& object,
   primary.unit = stored;
   ContinuousSeries secondary = primary;
   findContiguous(primary, fields, form);
-  primary.warnIfBelow = numberOr(object, gp::kWarnIfBelow, kUnset);
-  primary.warnIfAbove = numberOr(object, gp::kWarnIfAbove, kUnset);
-  primary.alertIfBelow = numberOr(object, gp::kAlertIfBelow, kUnset);
-  primary.alertIfAbove = numberOr(object, gp::kAlertIfAbove, kUnset);
-  primary.plotMin = numberOr(object, gp::kPlotMin, kUnset);
-  primary.plotMax = numberOr(object, gp::kPlotMax, kUnset);
+  primary.warnIfBelow = numberOr(object, schema::kWarnIfBelow, kUnset);
+  primary.warnIfAbove = numberOr(object, schema::kWarnIfAbove, kUnset);
+  primary.alertIfBelow = numberOr(object, schema::kAlertIfBelow, kUnset);
+  primary.alertIfAbove = numberOr(object, schema::kAlertIfAbove, kUnset);
+  primary.plotMin = numberOr(object, schema::kPlotMin, kUnset);
+  primary.plotMax = numberOr(object, schema::kPlotMax, kUnset);
   convertSeries(primary, display);
   graph.addContinuousGroup().addLine(primary, secondary, "");
 }
@@ -126,7 +125,7 @@ void addContinuous(Graph& graph, const tql::patch_t& object,
 }  // namespace
 
 int32_t chartKind(const tql::patch_t& graphObject) {
-  return numberOr(graphObject, gp::kGraphTabularUptime, 0) != 0 ? kTabular : kPlot;
+  return numberOr(graphObject, schema::kGraphTabularUptime, 0) != 0 ? kTabular : kPlot;
 }
 
 void convertSeries(ContinuousSeries& series, const Unit& display) {
@@ -150,14 +149,15 @@ void convertSeries(ContinuousSeries& series, const Unit& display) {
 
 void generate_check_image(Graph& graph, const tql::patch_t& graphObject, int32_t dataType,
                           const std::vector<tsdb::interval_ptr>& records) {
-  const Unit stored = unitOf(graphObject, gp::kUnit);
-  Unit display =
-      present(graphObject, gp::kPreferredUnit) ? unitOf(graphObject, gp::kPreferredUnit) : stored;
-  if (auto binary = numberOf(graphObject, gp::kPreferredBinary)) {
+  const Unit stored = unitOf(graphObject, schema::kUnit);
+  Unit display = present(graphObject, schema::kPreferredUnit)
+                     ? unitOf(graphObject, schema::kPreferredUnit)
+                     : stored;
+  if (auto binary = numberOf(graphObject, schema::kPreferredBinary)) {
     display.setBinary(*binary != 0);
   }
-  graph.setShowMinMax(numberOr(graphObject, gp::kGraphShowMinMax, 0) != 0);
-  graph.setShowNoResponse(numberOr(graphObject, gp::kGraphShowNoResponse, 0) != 0);
+  graph.setShowMinMax(numberOr(graphObject, schema::kGraphShowMinMax, 0) != 0);
+  graph.setShowNoResponse(numberOr(graphObject, schema::kGraphShowNoResponse, 0) != 0);
   switch (dataType) {
     case tsdb::kUptime:
       addUptime(graph, records);

@@ -4,6 +4,8 @@
 //
 // The caller fetches the object and its series (index property tsdbIndex,
 // at most 200 records) and owns them; nothing here talks to the database.
+// The graph object's properties that a chart reads (plotMin, warnIfAbove,
+// unit, stateLabel0, graphShowMinMax, ...) are named in tql/schema.h.
 #pragma once
 
 #include <cstdint>
@@ -16,24 +18,6 @@
 #include "tsdb/interval.h"
 
 namespace grapher {
-
-// Property numbers of a stored graph object that a chart reads.
-namespace graph_property {
-inline constexpr int32_t kPlotMin = 326;
-inline constexpr int32_t kPlotMax = 327;
-inline constexpr int32_t kWarnIfAbove = 510;
-inline constexpr int32_t kAlertIfAbove = 511;
-inline constexpr int32_t kWarnIfBelow = 515;
-inline constexpr int32_t kAlertIfBelow = 516;
-inline constexpr int32_t kStateColors = 554;
-inline constexpr int32_t kUnit = 2300;
-inline constexpr int32_t kStateLabel0 = 2800;  // to 2831
-inline constexpr int32_t kGraphShowMinMax = 3002;
-inline constexpr int32_t kGraphShowNoResponse = 3003;
-inline constexpr int32_t kGraphTabularUptime = 3006;
-inline constexpr int32_t kPreferredUnit = 3010;
-inline constexpr int32_t kPreferredBinary = 3011;
-}  // namespace graph_property
 
 // The Graph kind of a graph object: kTabular when graphTabularUptime is set
 // and not 0, else kPlot.

@@ -9,12 +9,12 @@
 #include "grapher/contiguous.h"
 #include "grapher/palette.h"
 #include "grapher/test_picture.h"
+#include "tql/schema.h"
 
 namespace grapher {
 namespace {
 
 using namespace grapher::testing;  // Pictures, sample series and times.
-namespace gp = graph_property;
 
 tsdb::continuous_fields rec(int64_t start, int64_t end, float avg = 1, uint32_t ngood = 1,
                             uint32_t nbad = 0) {
@@ -135,11 +135,11 @@ const std::string kKiloByte("\x11\x09\x01\x09\x21\x01", 6);
 
 TEST(GenerateCheckImage, ContinuousInTheDisplayUnit) {
   Object o;
-  o.blob(gp::kUnit, kByte)
-      .blob(gp::kPreferredUnit, kKiloByte)
-      .real(gp::kWarnIfAbove, 4096)
-      .null(gp::kAlertIfAbove)
-      .uint(gp::kGraphShowMinMax, 1);
+  o.blob(schema::kUnit, kByte)
+      .blob(schema::kPreferredUnit, kKiloByte)
+      .real(schema::kWarnIfAbove, 4096)
+      .null(schema::kAlertIfAbove)
+      .uint(schema::kGraphShowMinMax, 1);
   Graph g(kPlot, kNewYear, kNewYear + 86400);
   generate_check_image(g, o.patch, tsdb::kContinuous,
                        continuousRecords({rec(kNewYear, kNewYear + 60, 2048)}));
@@ -170,10 +170,10 @@ TEST(GenerateCheckImage, AccumulationRises) {
 
 TEST(GenerateCheckImage, EnumClassesAndLabelsFromTheStateColours) {
   Object o;
-  o.text(gp::kStateColors, "gryx")
-      .text(gp::kStateLabel0, "up")
-      .text(gp::kStateLabel0 + 2, "slow")
-      .text(gp::kStateLabel0 + 3, "ignored");
+  o.text(schema::kStateColors, "gryx")
+      .text(schema::kStateLabel0, "up")
+      .text(schema::kStateLabel0 + 2, "slow")
+      .text(schema::kStateLabel0 + 3, "ignored");
   std::vector<tsdb::interval_ptr> records;
   records.emplace_back(std::make_unique<tsdb::data_interval_enum_t>(
       tsdb::enum_fields{1, 1, 0, kNewYear, kNewYear + 60}));
@@ -210,7 +210,7 @@ TEST(GenerateCheckImage, UptimeAndWrongRecordClasses) {
   EXPECT_THROW(generate_check_image(h, Object().patch, tsdb::kEnum, continuousRecords({rec(0, 1)})),
                error::EFatal);
   EXPECT_THROW(
-      generate_check_image(h, Object().blob(gp::kUnit, "\x11").patch, tsdb::kContinuous, {}),
+      generate_check_image(h, Object().blob(schema::kUnit, "\x11").patch, tsdb::kContinuous, {}),
       error::EParseError);
   EXPECT_DEATH(generate_check_image(h, Object().patch, 7, {}),
                "Got unknown dataset type 7 in generate_check_image");
@@ -218,8 +218,8 @@ TEST(GenerateCheckImage, UptimeAndWrongRecordClasses) {
 
 TEST(ChartKind, TabularWhenSetAndNotZero) {
   EXPECT_EQ(kPlot, chartKind(Object().patch));
-  EXPECT_EQ(kPlot, chartKind(Object().uint(gp::kGraphTabularUptime, 0).patch));
-  EXPECT_EQ(kTabular, chartKind(Object().uint(gp::kGraphTabularUptime, 1).patch));
+  EXPECT_EQ(kPlot, chartKind(Object().uint(schema::kGraphTabularUptime, 0).patch));
+  EXPECT_EQ(kTabular, chartKind(Object().uint(schema::kGraphTabularUptime, 1).patch));
 }
 
 TEST(ChartPng, NoRecordsDrawTheFixedAxis) {

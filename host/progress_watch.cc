@@ -1,14 +1,14 @@
 #include "host/progress_watch.h"
 
-#include "host/store_schema.h"
 #include "tql/property.h"
+#include "tql/schema.h"
 
 namespace host {
 
 void ProgressWatch::changed(const ObjectStore& store, const tql::id_t& id) {
   const StoredObject* object = store.find(id);
-  if (!object || object->class_ != kReportInstanceClass) return;
-  auto progress = object->properties.find(kProgressProperty);
+  if (!object || object->class_ != schema::kReportInstance) return;
+  auto progress = object->properties.find(schema::kProgress);
   if (progress == object->properties.end()) return;
   const auto* percent = dynamic_cast<const tql::property_uint_t*>(progress->second.get());
   if (!percent || percent->is_null) return;
@@ -17,7 +17,7 @@ void ProgressWatch::changed(const ObjectStore& store, const tql::id_t& id) {
   told->second = percent->value;
 
   std::string name;
-  auto named = object->properties.find(kNameProperty);
+  auto named = object->properties.find(schema::kName);
   if (named != object->properties.end()) {
     const auto* text = dynamic_cast<const tql::property_string_t*>(named->second.get());
     if (text && !text->is_null) name = text->value;

@@ -4,26 +4,24 @@
 
 #include <sstream>
 
-#include "host/store_schema.h"
+#include "tql/schema.h"
 
 namespace host {
 namespace {
 
-constexpr int32_t kReportClass = 5;
-
 // A `progress`, and a `name` unless it is empty.
 std::vector<tql::property_ptr> instance_props(uint32_t progress, const std::string& name = "") {
   std::vector<tql::property_ptr> props;
-  props.emplace_back(tql::make_property<20>(kProgressProperty, progress));
-  if (!name.empty()) props.emplace_back(tql::make_string_property(kNameProperty, name));
+  props.emplace_back(tql::make_property<20>(schema::kProgress, progress));
+  if (!name.empty()) props.emplace_back(tql::make_string_property(schema::kName, name));
   return props;
 }
 
 TEST(ProgressWatchTest, TellsEachNewPercentageOfAnInstanceOnce) {
   ObjectStore store;
-  ChangeResult report = store.create(tql::kRootId, kReportClass, {});
+  ChangeResult report = store.create(tql::kRootId, schema::kReport, {});
   ChangeResult instance =
-      store.create(report.id, kReportInstanceClass, instance_props(1, "Weekly web servers"));
+      store.create(report.id, schema::kReportInstance, instance_props(1, "Weekly web servers"));
   std::ostringstream out;
   ProgressWatch watch(out);
   watch.changed(store, instance.id);
@@ -41,9 +39,9 @@ TEST(ProgressWatchTest, TellsEachNewPercentageOfAnInstanceOnce) {
 
 TEST(ProgressWatchTest, KeepsInstancesApart) {
   ObjectStore store;
-  ChangeResult report = store.create(tql::kRootId, kReportClass, {});
-  ChangeResult a = store.create(report.id, kReportInstanceClass, instance_props(5, "A"));
-  ChangeResult b = store.create(report.id, kReportInstanceClass, instance_props(5, "B"));
+  ChangeResult report = store.create(tql::kRootId, schema::kReport, {});
+  ChangeResult a = store.create(report.id, schema::kReportInstance, instance_props(5, "A"));
+  ChangeResult b = store.create(report.id, schema::kReportInstance, instance_props(5, "B"));
   std::ostringstream out;
   ProgressWatch watch(out);
   watch.changed(store, a.id);
@@ -54,14 +52,14 @@ TEST(ProgressWatchTest, KeepsInstancesApart) {
 TEST(ProgressWatchTest, PassesOverWhatIsNoInstanceProgress) {
   ObjectStore store;
   // A Report with a progress of its own is not an instance.
-  ChangeResult report = store.create(tql::kRootId, kReportClass, instance_props(30));
-  ChangeResult bare = store.create(report.id, kReportInstanceClass, {});
+  ChangeResult report = store.create(tql::kRootId, schema::kReport, instance_props(30));
+  ChangeResult bare = store.create(report.id, schema::kReportInstance, {});
   std::vector<tql::property_ptr> null_progress = instance_props(7);
   null_progress[0]->is_null = true;
-  ChangeResult nulled = store.create(report.id, kReportInstanceClass, std::move(null_progress));
+  ChangeResult nulled = store.create(report.id, schema::kReportInstance, std::move(null_progress));
   std::vector<tql::property_ptr> wrong_kind;
-  wrong_kind.emplace_back(tql::make_string_property(kProgressProperty, "50"));
-  ChangeResult text = store.create(report.id, kReportInstanceClass, std::move(wrong_kind));
+  wrong_kind.emplace_back(tql::make_string_property(schema::kProgress, "50"));
+  ChangeResult text = store.create(report.id, schema::kReportInstance, std::move(wrong_kind));
   std::ostringstream out;
   ProgressWatch watch(out);
   for (const tql::id_t& id : {report.id, bare.id, nulled.id, text.id, tql::id_t{0, 1, 999}}) {
@@ -72,8 +70,8 @@ TEST(ProgressWatchTest, PassesOverWhatIsNoInstanceProgress) {
 
 TEST(ProgressWatchTest, AnInstanceWithoutNameEndsTheLineAfterThePercentage) {
   ObjectStore store;
-  ChangeResult report = store.create(tql::kRootId, kReportClass, {});
-  ChangeResult instance = store.create(report.id, kReportInstanceClass, instance_props(3));
+  ChangeResult report = store.create(tql::kRootId, schema::kReport, {});
+  ChangeResult instance = store.create(report.id, schema::kReportInstance, instance_props(3));
   std::ostringstream out;
   ProgressWatch watch(out);
   watch.changed(store, instance.id);

@@ -6,7 +6,7 @@
 #include <unordered_map>
 
 #include "host/select_match.h"
-#include "host/store_schema.h"
+#include "tql/schema.h"
 
 namespace host {
 
@@ -126,7 +126,7 @@ std::unique_ptr<Match> Evaluator::evaluate(const StoredObject& object,
     }
   }
   if ((step.flags & tql::kPatternNested) != 0) match_children(*m, step);
-  if (object.class_ == kPlanClass && m->all_properties) add_subtree(*m);
+  if (object.class_ == schema::kPlan && m->all_properties) add_subtree(*m);
   const bool sel = selective(step);
   const bool bit4 = (step.flags & tql::kPatternBit4) != 0;
   const bool where_at_bottom = !step.where.empty() && !has_selective_next(step);

@@ -1,15 +1,15 @@
 #include "host/select_match.h"
 
 #include "host/store_errors.h"
-#include "host/store_schema.h"
+#include "tql/schema.h"
 
 namespace host {
 
 namespace {
 
 bool condition_holds(const StoredObject& object, const tql::condition_t& c) {
-  if (c.prop->name == kIdProperty) {
-    tql::property_object_t self(kIdProperty, {object.id, {}});
+  if (c.prop->name == schema::kId) {
+    tql::property_object_t self(schema::kId, {object.id, {}});
     return self.compare(c.rel_op, *c.prop);
   }
   auto it = object.properties.find(c.prop->name);
@@ -20,7 +20,7 @@ bool condition_holds(const StoredObject& object, const tql::condition_t& c) {
 }  // namespace
 
 bool step_matches(const StoredObject& object, const tql::pattern_t& step) {
-  if (step.class_ != kAnyClass && step.class_ != object.class_) return false;
+  if (step.class_ != schema::kRootClass && step.class_ != object.class_) return false;
   for (const tql::condition_t& c : step.where) {
     if (!condition_holds(object, c)) return false;
   }

@@ -4,18 +4,16 @@
 
 #include "host/store_errors.h"
 #include "host/store_test_world.h"
+#include "tql/schema.h"
 
 namespace host {
 namespace {
-
-using testing::kNode;
-using testing::kReportInstance;
 
 dbms::Tql_Create_Data create_request(const tql::id_t& parent, int32_t class_) {
   dbms::Tql_Create_Data r;
   r.parent_id = parent;
   r.class_ = class_;
-  r.properties.push_back(testing::string_prop(testing::pName, "x"));
+  r.properties.push_back(testing::string_prop(schema::kName, "x"));
   return r;
 }
 
@@ -25,13 +23,13 @@ tsdb::interval_ptr incident(const std::string& msg, int64_t t) {
 
 TEST(DatabaseTest, CreateUpdateDeleteRoundTrip) {
   Database db;
-  dbms::Return_Tql_Create_Data c = db.create(create_request(tql::kRootId, kNode));
+  dbms::Return_Tql_Create_Data c = db.create(create_request(tql::kRootId, schema::kNode));
   ASSERT_EQ(0, c.status);
   EXPECT_TRUE(c.details.empty());
   dbms::Tql_Update_Data u;
   u.id = c.new_id;
   u.version = c.new_version;
-  u.properties.push_back(testing::string_prop(testing::pName, "y"));
+  u.properties.push_back(testing::string_prop(schema::kName, "y"));
   dbms::Return_Tql_Update_Data ur = db.update(u);
   ASSERT_EQ(0, ur.status);
   EXPECT_NE(c.new_version, ur.new_version);
@@ -43,11 +41,11 @@ TEST(DatabaseTest, CreateUpdateDeleteRoundTrip) {
 
 TEST(DatabaseTest, FailedChangesSayWhyInTheDetails) {
   Database db;
-  dbms::Return_Tql_Create_Data c = db.create(create_request(tql::id_t{4, 4}, kNode));
+  dbms::Return_Tql_Create_Data c = db.create(create_request(tql::id_t{4, 4}, schema::kNode));
   EXPECT_EQ(1, c.status);
   ASSERT_EQ(1u, c.details.size());
   EXPECT_EQ("Parent 4.4 not found", c.details.front().msg);
-  dbms::Tql_Create_Data with_id = create_request(tql::kRootId, kNode);
+  dbms::Tql_Create_Data with_id = create_request(tql::kRootId, schema::kNode);
   with_id.new_id = tql::id_t{0, 1, 77};
   EXPECT_EQ("0.1.77", db.create(with_id).new_id.text());
   EXPECT_EQ(4, db.create(with_id).status);
@@ -55,7 +53,7 @@ TEST(DatabaseTest, FailedChangesSayWhyInTheDetails) {
 
 TEST(DatabaseTest, NullPropertyIsABadRequest) {
   Database db;
-  dbms::Tql_Create_Data r = create_request(tql::kRootId, kNode);
+  dbms::Tql_Create_Data r = create_request(tql::kRootId, schema::kNode);
   r.properties.emplace_back();
   EXPECT_THROW(db.create(r), EBadRequest);
   EXPECT_EQ(2u, db.objects().size());
@@ -63,12 +61,12 @@ TEST(DatabaseTest, NullPropertyIsABadRequest) {
 
 TEST(DatabaseTest, SelectWithIncomparableConditionGivesStatus11) {
   Database db;
-  db.create(create_request(tql::kRootId, kNode));
+  db.create(create_request(tql::kRootId, schema::kNode));
   dbms::Tql_Select_Data s;
   s.root_ids = {tql::kRootId};
-  s.pattern = testing::step(testing::kDomain, 0, {testing::with_where(
-                                                     testing::step(kNode, 0),
-                                                     testing::uint_prop(testing::pName, 1))});
+  s.pattern = testing::step(
+      schema::kDomain, 0,
+      {testing::with_where(testing::step(schema::kNode, 0), testing::uint_prop(schema::kName, 1))});
   dbms::Return_Tql_Select_Data reply = db.select(s);
   EXPECT_EQ(11, reply.status);
   ASSERT_EQ(1u, reply.details.size());
@@ -78,7 +76,7 @@ TEST(DatabaseTest, SelectWithIncomparableConditionGivesStatus11) {
 
 TEST(DatabaseTest, SeriesFollowTheirObject) {
   Database db;
-  dbms::Return_Tql_Create_Data c = db.create(create_request(tql::kRootId, kReportInstance));
+  dbms::Return_Tql_Create_Data c = db.create(create_request(tql::kRootId, schema::kReportInstance));
   dbms::TSDB_Append_Data_Record_Data a{c.new_id, 2601, 4, incident("started", 10), 0};
   EXPECT_EQ(0, db.append_data_record(a).status);
   a.data = incident("done", 20);
@@ -96,7 +94,7 @@ TEST(DatabaseTest, SeriesFollowTheirObject) {
 
 TEST(DatabaseTest, MissingSeriesIsEmptyAndBadRecordsAreRefused) {
   Database db;
-  dbms::Return_Tql_Create_Data c = db.create(create_request(tql::kRootId, kNode));
+  dbms::Return_Tql_Create_Data c = db.create(create_request(tql::kRootId, schema::kNode));
   dbms::Return_TSDB_Get_Data_Data got = db.get_data({c.new_id, 2600, 2, true, 0, 100, 0, 0});
   EXPECT_EQ(0, got.status);
   EXPECT_TRUE(got.data.empty());

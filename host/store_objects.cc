@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "host/store_schema.h"
 #include "tql/catalogue.h"
+#include "tql/schema.h"
 
 namespace host {
 
@@ -31,12 +31,12 @@ ChangeResult failure(int32_t status, std::string detail) {
 
 ObjectStore::ObjectStore() {
   StoredObject root;
-  root.class_ = kDomainClass;
+  root.class_ = schema::kDomain;
   root.id = tql::kRootId;
   root.version = {0, 1};
   objects_.emplace(root.id, std::move(root));
   StoredObject cluster;
-  cluster.class_ = kClusterInfoClass;
+  cluster.class_ = schema::kClusterInfo;
   cluster.version = {0, 1};
   objects_.emplace(kClusterInfoId, std::move(cluster));
 }
@@ -61,14 +61,14 @@ tql::id_t ObjectStore::next_free_id() {
 ChangeResult ObjectStore::check_order_unique(
     const StoredObject& parent, const tql::id_t& self, int32_t class_,
     const std::map<int32_t, tql::property_ptr>& properties) const {
-  if (class_ != kReportInstanceClass) return {};
-  auto order = properties.find(kOrderProperty);
+  if (class_ != schema::kReportInstance) return {};
+  auto order = properties.find(schema::kOrder);
   if (order == properties.end() || order->second->is_null) return {};
   for (const tql::id_t& sibling_id : parent.children) {
     if (sibling_id == self) continue;
     const StoredObject& sibling = objects_.at(sibling_id);
-    if (sibling.class_ != kReportInstanceClass) continue;
-    auto other = sibling.properties.find(kOrderProperty);
+    if (sibling.class_ != schema::kReportInstance) continue;
+    auto other = sibling.properties.find(schema::kOrder);
     if (other != sibling.properties.end() && other->second->equals(*order->second)) {
       return failure(kStatusDuplicate, "ReportInstance " + sibling_id.text() +
                                            " has the same order " + order->second->text());

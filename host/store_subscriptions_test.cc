@@ -4,13 +4,10 @@
 
 #include "host/store_errors.h"
 #include "host/store_test_world.h"
+#include "tql/schema.h"
 
 namespace host {
 namespace {
-
-using testing::kDomain;
-using testing::kNode;
-using testing::kReport;
 
 constexpr queues::queue_t kRept = static_cast<queues::queue_t>(12);
 
@@ -21,7 +18,7 @@ class SubscriptionTest : public ::testing::Test {
   dbms::Tql_Select_Data reports(int32_t flags) {
     dbms::Tql_Select_Data r;
     r.root_ids = {tql::kRootId};
-    r.pattern = testing::step(kDomain, 1, {testing::step(kReport, 6)});
+    r.pattern = testing::step(schema::kDomain, 1, {testing::step(schema::kReport, 6)});
     r.flags = flags;
     r.min_eval_interval = 15;
     return r;
@@ -38,10 +35,10 @@ class SubscriptionTest : public ::testing::Test {
 };
 
 TEST_F(SubscriptionTest, FirstReplyAtOnceThenOneAfterTheIntervalForAChange) {
-  add(kReport);
+  add(schema::kReport);
   EXPECT_EQ("0:1", shown(registry.subscribe(db, {kRept, 7}, reports(1), 0.0)));
   EXPECT_TRUE(registry.due(db, 1.0).empty()) << "nothing changed";
-  add(kReport);
+  add(schema::kReport);
   EXPECT_TRUE(registry.due(db, 0.1).empty()) << "the interval has not passed";
   ASSERT_TRUE(registry.next_due().has_value());
   EXPECT_DOUBLE_EQ(0.15, *registry.next_due());
@@ -55,20 +52,20 @@ TEST_F(SubscriptionTest, FirstReplyAtOnceThenOneAfterTheIntervalForAChange) {
 
 TEST_F(SubscriptionTest, OnlyTheNewestResultGoesOutAfterSeveralChanges) {
   registry.subscribe(db, {kRept, 7}, reports(1), 0.0);
-  add(kReport);
+  add(schema::kReport);
   EXPECT_TRUE(registry.due(db, 0.05).empty());
-  add(kReport);
+  add(schema::kReport);
   std::vector<DueReply> due = registry.due(db, 0.2);
   ASSERT_EQ(1u, due.size());
   EXPECT_EQ("0:2", shown(due[0].reply));
 }
 
 TEST_F(SubscriptionTest, ChangesOutsideTheResultOrUndoneCauseNoReply) {
-  add(kReport);
+  add(schema::kReport);
   registry.subscribe(db, {kRept, 7}, reports(1), 0.0);
-  add(kNode);
+  add(schema::kNode);
   EXPECT_TRUE(registry.due(db, 1.0).empty());
-  ChangeResult r = add(kReport);
+  ChangeResult r = add(schema::kReport);
   std::vector<tql::id_t> removed;
   db.objects().remove(r.id, r.version, removed);
   EXPECT_TRUE(registry.due(db, 2.0).empty());
@@ -76,12 +73,12 @@ TEST_F(SubscriptionTest, ChangesOutsideTheResultOrUndoneCauseNoReply) {
 
 TEST_F(SubscriptionTest, AcknowledgedSubscriptionWaitsForItsAcknowledgement) {
   registry.subscribe(db, {kRept, 3}, reports(5), 0.0);
-  add(kReport);
+  add(schema::kReport);
   EXPECT_TRUE(registry.due(db, 1.0).empty()) << "the first reply is not acknowledged yet";
   EXPECT_FALSE(registry.next_due().has_value());
   registry.acknowledge(kRept, {3});
   ASSERT_EQ(1u, registry.due(db, 1.0).size());
-  add(kReport);
+  add(schema::kReport);
   EXPECT_TRUE(registry.due(db, 2.0).empty());
   registry.acknowledge(kRept, {3});
   EXPECT_EQ(1u, registry.due(db, 2.0).size());
@@ -94,7 +91,7 @@ TEST_F(SubscriptionTest, ForgetEndsOnlyThatSubscription) {
   dbms::Return_Tql_Forget_Data f = registry.forget(kRept, {1});
   EXPECT_EQ(0, f.status);
   EXPECT_EQ(1u, f.forgotten_req_id);
-  add(kReport);
+  add(schema::kReport);
   std::vector<DueReply> due = registry.due(db, 1.0);
   ASSERT_EQ(2u, due.size());
   EXPECT_EQ((SubscriptionKey{static_cast<queues::queue_t>(9), 1}), due[0].key);
@@ -116,7 +113,7 @@ TEST_F(SubscriptionTest, ZeroIntervalRepliesAtOnce) {
   dbms::Tql_Select_Data r = reports(1);
   r.min_eval_interval = 0;
   registry.subscribe(db, {kRept, 1}, r, 0.0);
-  add(kReport);
+  add(schema::kReport);
   EXPECT_EQ(1u, registry.due(db, 0.0).size());
 }
 

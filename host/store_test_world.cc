@@ -1,13 +1,14 @@
 #include "host/store_test_world.h"
 
 #include "host/select_eval.h"
+#include "tql/schema.h"
 
 namespace host::testing {
 
 tql::id_t TestWorld::add(const std::string& parent, int32_t class_, const std::string& label,
                          std::vector<tql::property_ptr> extra) {
-  extra.push_back(string_prop(pName, label));
-  extra.push_back(string_prop(pSiblingName, label));
+  extra.push_back(string_prop(schema::kName, label));
+  extra.push_back(string_prop(schema::kSiblingName, label));
   ChangeResult r = store_.create(ids_.at(parent), class_, std::move(extra));
   if (r.status != 0) throw std::runtime_error("TestWorld::add " + label + ": " + r.detail);
   ids_[label] = r.id;

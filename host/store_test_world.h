@@ -12,22 +12,6 @@
 
 namespace host::testing {
 
-// Class numbers used by the tests.
-enum Cls : int32_t {
-  kCheck = 1, kDomain = 3, kNode = 4, kReport = 5, kReportIssue = 7, kUser = 8,
-  kAlertGroup = 11, kAlertPath = 14, kCheckGroup = 22, kPlan = 33, kDayPlanner = 34,
-  kWeekPlanner = 35, kDatePlanner = 36, kEvent = 37, kReportInstance = 38,
-  kResultFolder = 39, kResultRow = 40, kReportSelection = 47, kReportCheckSelection = 48,
-  kNodeClass = 49, kCheckAccumulation = 57, kReportSendTo = 62, kReportOrder = 63,
-  kReportText = 85, kExpectedEvent = 87, kAny = 13,
-};
-// Property numbers used by the tests.
-enum Prop : int32_t {
-  pName = 51, pSiblingName = 52, pLongLabel = 54, pInheritsFrom = 57, pAlertGroup = 203,
-  pNodeClasses = 227, pDate = 320, pMaxInstances = 322, pContains = 324, pActive = 502,
-  pOrder = 2200, pAutoPromote = 3552,
-};
-
 class TestWorld {
  public:
   // Adds an object under `parent` ("root" is 0.1) with the label as its

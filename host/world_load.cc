@@ -5,11 +5,11 @@
 #include <sstream>
 
 #include "host/store_errors.h"
-#include "host/store_schema.h"
 #include "host/world_config.h"
 #include "host/world_names.h"
 #include "host/world_series.h"
 #include "host/world_values.h"
+#include "tql/schema.h"
 
 namespace host {
 
@@ -74,7 +74,7 @@ std::string string_member(const Json& value, const std::string& path, const char
 
 // Whether `object` has `name` or `siblingName` equal to `segment`.
 bool named(const StoredObject& object, const std::string& segment) {
-  for (int32_t number : {kNameProperty, kSiblingNameProperty}) {
+  for (int32_t number : {schema::kName, schema::kSiblingName}) {
     auto it = object.properties.find(number);
     if (it == object.properties.end() || it->second->is_null || it->second->type() != 7) continue;
     if (static_cast<const tql::property_string_t&>(*it->second).value == segment) return true;

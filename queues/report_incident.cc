@@ -4,6 +4,7 @@
 
 #include "queues/qdialog.h"
 #include "queues/tql_operations.h"
+#include "tql/schema.h"
 #include "tsdb/interval.h"
 
 namespace queues {
@@ -12,7 +13,7 @@ void report_incident(const tql::id_t& report_id, uint32_t severity, const std::s
                      TimeValue time) {
   dbms::TSDB_Append_Data_Record_Data request;
   request.id = report_id;
-  request.index_property = tsdb::kTsdbIncident;
+  request.index_property = schema::kTsdbIncident;
   request.data_type = tsdb::kIncidentLog;
   request.data = std::make_unique<tsdb::data_interval_incident_t>(
       tsdb::incident_fields{severity, text, time.seconds});

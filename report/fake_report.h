@@ -12,6 +12,7 @@
 
 #include "report/html_image_generator.h"
 #include "report/read_model.h"
+#include "tql/schema.h"
 
 namespace report::fake {
 
@@ -28,7 +29,7 @@ struct Item {
   std::string label{}, value{}, origin{};  // rows
   std::string name{};                      // graphs, logs, folders
   std::string comment{};                   // all
-  uint32_t folder_type = kFolderExplanation;
+  uint32_t folder_type = schema::kFolderExplanation;
   std::vector<Entry> entries{};    // logs
   std::vector<Item> contents{};    // folders: rows, graphs, logs, sub-sections
   std::vector<Item> subfolders{};  // folders: child folders, given in display order

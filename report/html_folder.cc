@@ -3,6 +3,7 @@
 #include "report/html_blocks.h"
 #include "report/html_items.h"
 #include "report/html_renderer.h"
+#include "tql/schema.h"
 
 namespace report {
 namespace {
@@ -12,21 +13,21 @@ using namespace html;
 void write_heading(std::ostream& out, ReportFolder& folder, uint32_t type) {
   std::string name, anchor;
   folder.name(name);
-  if (type != kFolderSubSection) folder.anchor(anchor);
+  if (type != schema::kFolderSubSection) folder.anchor(anchor);
   switch (type) {
-    case kFolderExplanation:
+    case schema::kFolderExplanation:
       span(out, name, "reportdomain", anchor);
       break;
-    case kFolderNode:
+    case schema::kFolderNode:
       span(out, "Node: " + name, "reportnode", anchor);
       break;
-    case kFolderDomain:
+    case schema::kFolderDomain:
       span(out, "Domain: " + name, "reportdomain", anchor);
       break;
-    case kFolderCheck:
+    case schema::kFolderCheck:
       span(out, name, "reportcheck", anchor);
       break;
-    case kFolderSubSection:
+    case schema::kFolderSubSection:
       span(out, name, "reportgrouping", "");
       break;
     default:
@@ -103,7 +104,7 @@ void write_subfolders(std::ostream& out, ReportFolder& folder, uint32_t type,
   if (children.empty()) return;
   row(out, "", "");
   table(out, "", "");
-  if (type == kFolderNode) {
+  if (type == schema::kFolderNode) {
     row(out, "", kColspan2);
     span(out, "Checks", "reportcheckh", "");
     end_row(out);

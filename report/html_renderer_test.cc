@@ -6,6 +6,7 @@
 
 #include "base/error.h"
 #include "report/fake_report.h"
+#include "tql/schema.h"
 
 namespace report {
 namespace {
@@ -65,7 +66,7 @@ TEST(HtmlFolder, LabelledRowsShareOneInnerTable) {
       "</table>\r\n"
       "</td></tr>\r\n"
       "</table>\r\n",
-      Render(folder(kFolderCheck, "cpu",
+      Render(folder(schema::kFolderCheck, "cpu",
                     {row("Avail", "99%"), commented(row("Max", "5", "id.web1"), "peak")})));
 }
 
@@ -85,7 +86,7 @@ TEST(HtmlFolder, GraphClosesTheInnerTableAndTheNextRowOpensANewOne) {
       "</td></tr>\r\n"
       "</table>\r\n",
       Render(folder(
-          kFolderCheck, "cpu",
+          schema::kFolderCheck, "cpu",
           {row("A", "1"), row("B", "2"), commented(graph("load"), "hourly"), row("C", "3")})));
 }
 
@@ -104,23 +105,24 @@ TEST(HtmlFolder, RowWithoutLabelSpansBothColumnsOfTheFolderTable) {
       "</td></tr>\r\n"
       "</table>\r\n",
       Render(folder(
-          kFolderCheck, "cpu",
+          schema::kFolderCheck, "cpu",
           {row("A", "1"), commented(row("", "see <b>db</b>", "id.db"), "x"), row("B", "2")})));
 }
 
 TEST(HtmlFolder, NodeHeadsItsChildFoldersWithChecks) {
-  EXPECT_EQ(std::string("<a name='id.web1'><span class='reportnode'>Node: web1</span></a>"
-                        "<table>\r\n"
-                        "<tr><td><table>\r\n"
-                        "<tr><td colspan='2'><span class='reportcheckh'>Checks</span></td></tr>\r\n"
-                        "<tr><td width='0%'>[spacer 10x1]</td><td>") +
-                kEmptyCheck + kEmptyCheck +
-                "</td></tr>\r\n"
-                "</table>\r\n"
-                "</td></tr>\r\n"
-                "</table>\r\n",
-            Render(folder(kFolderNode, "web1", {},
-                          {folder(kFolderCheck, "ping"), folder(kFolderCheck, "ping")})));
+  EXPECT_EQ(
+      std::string("<a name='id.web1'><span class='reportnode'>Node: web1</span></a>"
+                  "<table>\r\n"
+                  "<tr><td><table>\r\n"
+                  "<tr><td colspan='2'><span class='reportcheckh'>Checks</span></td></tr>\r\n"
+                  "<tr><td width='0%'>[spacer 10x1]</td><td>") +
+          kEmptyCheck + kEmptyCheck +
+          "</td></tr>\r\n"
+          "</table>\r\n"
+          "</td></tr>\r\n"
+          "</table>\r\n",
+      Render(folder(schema::kFolderNode, "web1", {},
+                    {folder(schema::kFolderCheck, "ping"), folder(schema::kFolderCheck, "ping")})));
 }
 
 TEST(HtmlFolder, DomainAndExplanationShowNoChecksHeading) {
@@ -129,9 +131,10 @@ TEST(HtmlFolder, DomainAndExplanationShowNoChecksHeading) {
       "</td></tr>\r\n</table>\r\n</td></tr>\r\n</table>\r\n";
   EXPECT_EQ(
       "<a name='id.Main'><span class='reportdomain'>Domain: Main</span></a><table>\r\n" + children,
-      Render(folder(kFolderDomain, "Main", {}, {folder(kFolderCheck, "ping")})));
+      Render(folder(schema::kFolderDomain, "Main", {}, {folder(schema::kFolderCheck, "ping")})));
   EXPECT_EQ("<a name='id.About'><span class='reportdomain'>About</span></a><table>\r\n" + children,
-            Render(folder(kFolderExplanation, "About", {}, {folder(kFolderCheck, "ping")})));
+            Render(folder(schema::kFolderExplanation, "About", {},
+                          {folder(schema::kFolderCheck, "ping")})));
 }
 
 TEST(HtmlFolder, SubSectionHasNoAnchorAndStandsInARowOfItsOwn) {
@@ -144,7 +147,8 @@ TEST(HtmlFolder, SubSectionHasNoAnchorAndStandsInARowOfItsOwn) {
       "</td></tr>\r\n"
       "</table>\r\n"
       "</td></tr></table>\r\n",
-      Render(folder(kFolderCheck, "cpu", {folder(kFolderSubSection, "Totals", {row("A", "1")})})));
+      Render(folder(schema::kFolderCheck, "cpu",
+                    {folder(schema::kFolderSubSection, "Totals", {row("A", "1")})})));
 }
 
 TEST(HtmlFolder, HeadingAndCommentAreEscaped) {
@@ -152,7 +156,7 @@ TEST(HtmlFolder, HeadingAndCommentAreEscaped) {
       "<a name='id.a<b & \"c\"'><span class='reportcheck'>a&lt;b &amp; &quot;c&quot;</span></a>"
       "<span class='reportcomment'>line one<BR>\nline two &#9;</span><table>\r\n"
       "</table>\r\n",
-      Render(commented(folder(kFolderCheck, "a<b & \"c\""), "line one\r\nline two \t")));
+      Render(commented(folder(schema::kFolderCheck, "a<b & \"c\""), "line one\r\nline two \t")));
 }
 
 TEST(HtmlFolder, UnknownTypesAndContentsAreNamedInPlace) {
@@ -181,7 +185,7 @@ TEST(HtmlLog, EntriesWithLampsTimesAndTexts) {
       "<tr><td colspan='2'><span class='reportcomment'>last week</span></td></tr>\r\n"
       "</table>\r\n",
       Render(
-          folder(kFolderCheck, "ping",
+          folder(schema::kFolderCheck, "ping",
                  {commented(fake::log("disk <log>", {{kSeverityOk, "up", 0},
                                                      {kSeverityWarning, "slow <i>disk</i>", 86460},
                                                      {kSeverityAlert, "down", 946684799},
@@ -198,7 +202,7 @@ TEST(HtmlLog, WithoutEntriesSaysNoEventsAndShowsNoLamp) {
       "</table>\r\n"
       "</td></tr>\r\n"
       "</table>\r\n",
-      Render(folder(kFolderCheck, "ping", {fake::log("events", {})})));
+      Render(folder(schema::kFolderCheck, "ping", {fake::log("events", {})})));
 }
 
 TEST(HtmlDocument, HeadHeaderAndEnd) {
@@ -256,14 +260,14 @@ const char kRuler[] = "<hr class='report'>";
 
 TEST(HtmlDocument, OpeningTextStandsBetweenRulersAndClosingTextFollowsOne) {
   fake::Instance instance(
-      {fake::text("Hello <b>all</b>"), folder(kFolderCheck, "ping"), fake::text("Bye")});
+      {fake::text("Hello <b>all</b>"), folder(schema::kFolderCheck, "ping"), fake::text("Bye")});
   EXPECT_EQ(std::string("<div class='reporttext'>Hello <b>all</b></div>\r\n") + kRuler +
                 kEmptyCheck + kRuler + "<div class='reporttext'>Bye</div>\r\n",
             Body(instance));
 }
 
 TEST(HtmlDocument, WithoutOpeningTextOnlyTheClosingTextGetsARuler) {
-  fake::Instance instance({folder(kFolderCheck, "ping"), fake::text("Bye")});
+  fake::Instance instance({folder(schema::kFolderCheck, "ping"), fake::text("Bye")});
   EXPECT_EQ(std::string(kEmptyCheck) + kRuler + "<div class='reporttext'>Bye</div>\r\n",
             Body(instance));
 }
@@ -284,9 +288,10 @@ TEST(HtmlDocument, MarkupParseErrorShowsInPlaceOfTheText) {
 }
 
 TEST(HtmlDocument, KeepsOnlyThePathToTheCurrentItemAlive) {
-  Item check = folder(kFolderCheck, "ping", {row("A", "1"), row("B", "2"), graph("g")});
-  Item node = folder(kFolderNode, "web", {row("", "x")}, {check, check, check});
-  fake::Instance instance({folder(kFolderDomain, "Main", {}, {node, node}), fake::text("end")});
+  Item check = folder(schema::kFolderCheck, "ping", {row("A", "1"), row("B", "2"), graph("g")});
+  Item node = folder(schema::kFolderNode, "web", {row("", "x")}, {check, check, check});
+  fake::Instance instance(
+      {folder(schema::kFolderDomain, "Main", {}, {node, node}), fake::text("end")});
   fake::reset_peak();
   Document(instance);
   // At the first row of the first check: the instance's two items, the two
@@ -297,9 +302,9 @@ TEST(HtmlDocument, KeepsOnlyThePathToTheCurrentItemAlive) {
 }
 
 TEST(HtmlDocument, ReadFailurePassesThroughAndFreesWhatWasRead) {
-  Item broken = folder(kFolderCheck, "ping", {row("A", "1")});
+  Item broken = folder(schema::kFolderCheck, "ping", {row("A", "1")});
   broken.fail_contents = true;
-  fake::Instance instance({folder(kFolderNode, "web", {}, {broken})});
+  fake::Instance instance({folder(schema::kFolderNode, "web", {}, {broken})});
   try {
     Document(instance);
     FAIL() << "no exception";

@@ -27,13 +27,6 @@ class Graph;
 
 namespace report {
 
-// Values of a folder's `folderType` (stored enumeration type 0x10015).
-inline constexpr uint32_t kFolderExplanation = 0;
-inline constexpr uint32_t kFolderNode = 1;
-inline constexpr uint32_t kFolderDomain = 2;
-inline constexpr uint32_t kFolderCheck = 3;
-inline constexpr uint32_t kFolderSubSection = 4;
-
 // Severities of a log entry.
 inline constexpr uint32_t kSeverityOk = 1;
 inline constexpr uint32_t kSeverityWarning = 2;
@@ -99,12 +92,13 @@ class ReportLog : public ReportFolderContent {
 // A section of a report: an explanation, domain, node, check or sub-section.
 class ReportFolder : public ReportFolderContent {
  public:
-  // One of the kFolder values; another number is shown as unknown.
+  // One of the schema::kFolder values (tql/schema.h); another number is
+  // shown as unknown.
   virtual uint32_t folderType() = 0;
   // Sets `out` to the heading.
   virtual void name(std::string& out) = 0;
   // Appends rows, graphs, logs and sub-sections (folders of type
-  // kFolderSubSection), in display order.
+  // schema::kFolderSubSection), in display order.
   virtual void contents(ContentList& out) = 0;
   // Appends the child folders that are no sub-sections, in the order of
   // folder_before (sort_order.h).

@@ -5,56 +5,55 @@
 #include "report/server_items.h"
 #include "report/server_query.h"
 #include "report/server_values.h"
+#include "tql/schema.h"
 
 namespace stored = report::stored;
 
 namespace {
 
-namespace gp = grapher::graph_property;
-
 stored::ChildStep folder_step() {
-  return {stored::kResultFolder,
-          {stored::kFolderType, stored::kName, stored::kComment, stored::kOrder}};
+  return {schema::kReportResultFolder,
+          {schema::kFolderType, schema::kName, schema::kComment, schema::kOrder}};
 }
 
 // A graph comes with every option that its chart reads.
 stored::ChildStep graph_step() {
-  stored::ChildStep step{stored::kResultGraph,
-                         {gp::kUnit, gp::kPreferredUnit, gp::kPreferredBinary, gp::kStateColors,
-                          tsdb::kTsdbIndex, gp::kAlertIfAbove, gp::kAlertIfBelow,
-                          gp::kWarnIfAbove, gp::kWarnIfBelow, gp::kPlotMin, gp::kPlotMax,
-                          gp::kGraphShowMinMax, gp::kGraphShowNoResponse,
-                          gp::kGraphTabularUptime, stored::kOrder, stored::kName,
-                          stored::kComment}};
-  for (int32_t state = 0; state < 32; ++state) step.wanted.insert(gp::kStateLabel0 + state);
+  stored::ChildStep step{
+      schema::kReportResultGraph,
+      {schema::kUnit, schema::kPreferredUnit, schema::kPreferredBinary, schema::kStateColors,
+       schema::kTsdbIndex, schema::kAlertIfAbove, schema::kAlertIfBelow, schema::kWarnIfAbove,
+       schema::kWarnIfBelow, schema::kPlotMin, schema::kPlotMax, schema::kGraphShowMinMax,
+       schema::kGraphShowNoResponse, schema::kGraphTabularUptime, schema::kOrder, schema::kName,
+       schema::kComment}};
+  for (int32_t state = 0; state < 32; ++state) step.wanted.insert(schema::kStateLabel0 + state);
   return step;
 }
 
 std::vector<stored::ChildStep> content_steps() {
-  return {{stored::kResultRow,
-           {stored::kOrder, stored::kName, stored::kText, stored::kComment, stored::kOriginNode}},
+  return {{schema::kReportResultRow,
+           {schema::kOrder, schema::kName, schema::kText, schema::kComment, schema::kOriginNode}},
           folder_step(),
           graph_step(),
-          {stored::kResultLog,
-           {stored::kOrder, stored::kName, stored::kTsdbIncident, stored::kComment}}};
+          {schema::kReportResultLog,
+           {schema::kOrder, schema::kName, schema::kTsdbIncident, schema::kComment}}};
 }
 
 bool is_sub_section(const tql::patch_t& object) {
-  return object.class_ == stored::kResultFolder &&
-         stored::folder_type_of(object) == report::kFolderSubSection;
+  return object.class_ == schema::kReportResultFolder &&
+         stored::folder_type_of(object) == schema::kFolderSubSection;
 }
 
 }  // namespace
 
 void ServerReportFolder::comment(std::string& out) {
-  out = stored::text_of(object, stored::kComment);
+  out = stored::text_of(object, schema::kComment);
 }
 
 uint32_t ServerReportFolder::folderType() {
   return stored::folder_type_of(object).value_or(kUnknownFolderType);
 }
 
-void ServerReportFolder::name(std::string& out) { out = stored::text_of(object, stored::kName); }
+void ServerReportFolder::name(std::string& out) { out = stored::text_of(object, schema::kName); }
 
 void ServerReportFolder::anchor(std::string& out) { out = object.id.text(); }
 
@@ -62,7 +61,7 @@ void ServerReportFolder::contents(report::ContentList& out) {
   std::vector<tql::patch_t> children = stored::select_children(object.id, content_steps());
   stored::sort_by_order(children);
   for (tql::patch_t& child : children) {
-    if (child.class_ == stored::kResultFolder && !is_sub_section(child)) continue;
+    if (child.class_ == schema::kReportResultFolder && !is_sub_section(child)) continue;
     out.push_back(stored::make_item(std::move(child)));
   }
 }
@@ -70,7 +69,7 @@ void ServerReportFolder::contents(report::ContentList& out) {
 void ServerReportFolder::subfolders(std::vector<std::unique_ptr<report::ReportFolder>>& out) {
   std::vector<tql::patch_t> children = stored::select_children(object.id, {folder_step()});
   std::erase_if(children, [](const tql::patch_t& child) {
-    return child.class_ != stored::kResultFolder || !stored::folder_type_of(child) ||
+    return child.class_ != schema::kReportResultFolder || !stored::folder_type_of(child) ||
            is_sub_section(child);
   });
   stored::sort_folders(children);
@@ -83,15 +82,15 @@ namespace report::stored {
 
 std::unique_ptr<ReportFolderContent> make_item(tql::patch_t object) {
   switch (object.class_) {
-    case kResultRow:
+    case schema::kReportResultRow:
       return std::make_unique<ServerReportRow>(std::move(object));
-    case kResultGraph:
+    case schema::kReportResultGraph:
       return std::make_unique<ServerReportGraph>(std::move(object));
-    case kResultLog:
+    case schema::kReportResultLog:
       return std::make_unique<ServerReportLog>(std::move(object));
-    case kResultFolder:
+    case schema::kReportResultFolder:
       return std::make_unique<ServerReportFolder>(std::move(object));
-    case kReportText:
+    case schema::kReportText:
       return std::make_unique<ServerReportText>(std::move(object));
     default:
       throw error::EParseError("Unexpected class in report: " + std::to_string(object.class_));

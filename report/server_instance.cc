@@ -7,34 +7,35 @@
 #include "report/server_values.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace stored = report::stored;
 using report::stored::queue;
 
 ServerReportInstance::ServerReportInstance(tql::id_t instance_id) : id_(instance_id) {
-  std::unique_ptr<tql::patch_t> object = tql::get_object(id_, stored::kReportInstance, queue());
+  std::unique_ptr<tql::patch_t> object = tql::get_object(id_, schema::kReportInstance, queue());
   if (!object) {
     throw errors::tql(errors::tql::kNotFound, "Report instance " + id_.text() + " not found");
   }
-  tql::decode_string(object->property(stored::kName), name_);
-  start_ = stored::seconds_of(*object, stored::kStartTime);
-  duration_ = stored::seconds_of(*object, stored::kDuration);
-  generated_ = object->find_property(stored::kGenerated) == nullptr
+  tql::decode_string(object->property(schema::kName), name_);
+  start_ = stored::seconds_of(*object, schema::kStartTime);
+  duration_ = stored::seconds_of(*object, schema::kDuration);
+  generated_ = object->find_property(schema::kGenerated) == nullptr
                    ? 0
-                   : stored::seconds_of(*object, stored::kGenerated);
+                   : stored::seconds_of(*object, schema::kGenerated);
 }
 
 void ServerReportInstance::generatedBy(std::string& out) {
   std::unique_ptr<tql::property_t> generator =
-      tql::get_property(tql::id_t{}, stored::kClusterInfo, stored::kReportGenerator, queue());
+      tql::get_property(tql::id_t{}, schema::kClusterInfo, schema::kReportGenerator, queue());
   tql::decode_string(*generator, out);
 }
 
 void ServerReportInstance::contents(report::ContentList& out) {
   std::vector<tql::patch_t> children = stored::select_children(
-      id_, {{stored::kResultFolder,
-             {stored::kFolderType, stored::kOrder, stored::kName, stored::kComment}},
-            {stored::kReportText, {stored::kOrder, stored::kComment}}});
+      id_, {{schema::kReportResultFolder,
+             {schema::kFolderType, schema::kOrder, schema::kName, schema::kComment}},
+            {schema::kReportText, {schema::kOrder, schema::kComment}}});
   stored::sort_by_order(children);
   for (tql::patch_t& child : children) out.push_back(stored::make_item(std::move(child)));
 }

@@ -5,6 +5,7 @@
 #include "grapher/check_image.h"
 #include "queues/qdialog.h"
 #include "report/server_values.h"
+#include "tql/schema.h"
 
 using report::stored::flag_of;
 using report::stored::text_of;
@@ -36,29 +37,23 @@ bool is_chart_series(int32_t data_type) {
 
 }  // namespace
 
-void ServerReportRow::comment(std::string& out) { out = text_of(object, stored::kComment); }
-void ServerReportRow::label(std::string& out) { out = text_of(object, stored::kName); }
-void ServerReportRow::value(std::string& out) { out = text_of(object, stored::kText); }
+void ServerReportRow::comment(std::string& out) { out = text_of(object, schema::kComment); }
+void ServerReportRow::label(std::string& out) { out = text_of(object, schema::kName); }
+void ServerReportRow::value(std::string& out) { out = text_of(object, schema::kText); }
 void ServerReportRow::origin(std::string& out) { out = stored::origin_of(object); }
 
 std::unique_ptr<report::ReportGraph> ServerReportGraph::clone() const {
   return std::make_unique<ServerReportGraph>(object);
 }
-void ServerReportGraph::comment(std::string& out) { out = text_of(object, stored::kComment); }
-void ServerReportGraph::name(std::string& out) { out = text_of(object, stored::kName); }
+void ServerReportGraph::comment(std::string& out) { out = text_of(object, schema::kComment); }
+void ServerReportGraph::name(std::string& out) { out = text_of(object, schema::kName); }
 void ServerReportGraph::anchor(std::string& out) { out = object.id.text(); }
-bool ServerReportGraph::showMinMax() {
-  return flag_of(object, grapher::graph_property::kGraphShowMinMax);
-}
-bool ServerReportGraph::showNoResponse() {
-  return flag_of(object, grapher::graph_property::kGraphShowNoResponse);
-}
-bool ServerReportGraph::tabular() {
-  return flag_of(object, grapher::graph_property::kGraphTabularUptime);
-}
+bool ServerReportGraph::showMinMax() { return flag_of(object, schema::kGraphShowMinMax); }
+bool ServerReportGraph::showNoResponse() { return flag_of(object, schema::kGraphShowNoResponse); }
+bool ServerReportGraph::tabular() { return flag_of(object, schema::kGraphTabularUptime); }
 
 dbms::Return_TSDB_Get_Data_Data ServerReportGraph::read_samples() const {
-  return read_series(object.id, tsdb::kTsdbIndex, true, 200);
+  return read_series(object.id, schema::kTsdbIndex, true, 200);
 }
 
 void ServerReportGraph::generate_check_image(grapher::Graph& graph) {
@@ -80,13 +75,13 @@ bool IncidentCursor::next() {
   return current_ != nullptr;
 }
 
-void ServerReportLog::comment(std::string& out) { out = text_of(object, stored::kComment); }
-void ServerReportLog::name(std::string& out) { out = text_of(object, stored::kName); }
+void ServerReportLog::comment(std::string& out) { out = text_of(object, schema::kComment); }
+void ServerReportLog::name(std::string& out) { out = text_of(object, schema::kName); }
 
 bool ServerReportLog::next() {
   if (!entries) {
     dbms::Return_TSDB_Get_Data_Data series =
-        read_series(object.id, stored::kTsdbIncident, false, 0x7fffffff);
+        read_series(object.id, schema::kTsdbIncident, false, 0x7fffffff);
     entries = std::make_unique<IncidentCursor>(std::move(series.data));
   }
   return entries->next();
@@ -100,4 +95,4 @@ uint32_t ServerReportLog::severity() { return current().sev; }
 const std::string& ServerReportLog::text() { return current().msg; }
 int64_t ServerReportLog::time() { return current().itime; }
 
-void ServerReportText::comment(std::string& out) { out = text_of(object, stored::kComment); }
+void ServerReportText::comment(std::string& out) { out = text_of(object, schema::kComment); }

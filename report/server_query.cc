@@ -4,6 +4,7 @@
 #include "queues/tql_operations.h"
 #include "tql/catalogue.h"
 #include "tql/pattern.h"
+#include "tql/schema.h"
 
 namespace report::stored {
 
@@ -15,7 +16,7 @@ queues::childqueue& queue() {
 
 std::vector<tql::patch_t> select_children(const tql::id_t& parent,
                                           const std::vector<ChildStep>& steps) {
-  std::unique_ptr<tql::pattern_t> root = tql::make_pattern(tql::kRootClass, 0);
+  std::unique_ptr<tql::pattern_t> root = tql::make_pattern(schema::kRootClass, 0);
   for (const ChildStep& step : steps) {
     root = tql::add_next(std::move(root), tql::make_pattern(step.class_, step.wanted, 0));
   }

@@ -5,6 +5,7 @@
 #include "report/sort_order.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace report::stored {
 namespace {
@@ -48,18 +49,19 @@ int64_t seconds_of(const tql::patch_t& object, int32_t number) {
 }
 
 std::optional<uint32_t> order_of(const tql::patch_t& object) {
-  if (const auto* u = as<tql::property_uint_t>(present(object, kOrder))) return u->value;
+  if (const auto* u = as<tql::property_uint_t>(present(object, schema::kOrder))) return u->value;
   return std::nullopt;
 }
 
 std::optional<uint32_t> folder_type_of(const tql::patch_t& object) {
-  const auto* e = as<tql::property_enum_t>(present(object, kFolderType));
-  if (e == nullptr || (e->value.enum_type & 0x1ffff) != kFolderTypeEnum) return std::nullopt;
+  const auto* e = as<tql::property_enum_t>(present(object, schema::kFolderType));
+  if (e == nullptr || (e->value.enum_type & 0x1ffff) != schema::kFolderTypeEnum)
+    return std::nullopt;
   return e->value.value;
 }
 
 std::string origin_of(const tql::patch_t& object) {
-  const tql::property_t* p = present(object, kOriginNode);
+  const tql::property_t* p = present(object, schema::kOriginNode);
   if (p == nullptr) return "";
   tql::id_t id;
   tql::decode_object(*p, id);
@@ -74,7 +76,7 @@ void sort_by_order(std::vector<tql::patch_t>& objects) {
 
 void sort_folders(std::vector<tql::patch_t>& folders) {
   auto key = [](const tql::patch_t& f) {
-    return FolderKey{folder_type_of(f).value_or(0), text_of(f, kName)};
+    return FolderKey{folder_type_of(f).value_or(0), text_of(f, schema::kName)};
   };
   std::stable_sort(folders.begin(), folders.end(), [&](const tql::patch_t& a, const tql::patch_t& b) {
     return folder_before(key(a), key(b));

@@ -1,7 +1,8 @@
-// The stored side of the read model: the class and property numbers of the
-// result objects below a ReportInstance, how their values are read, and the
-// two orders in which stored siblings are shown. Nothing here talks to the
-// database; it works on the objects (tql::patch_t) that a query returned.
+// The stored side of the read model: how the values of the result objects
+// below a ReportInstance are read (their class and property numbers are
+// those of tql/schema.h), and the two orders in which stored siblings are
+// shown. Nothing here talks to the database; it works on the objects
+// (tql::patch_t) that a query returned.
 #pragma once
 
 #include <cstdint>
@@ -12,31 +13,6 @@
 #include "tql/patch.h"
 
 namespace report::stored {
-
-// Classes of the stored tree.
-inline constexpr int32_t kClusterInfo = 15;
-inline constexpr int32_t kReportInstance = 38;
-inline constexpr int32_t kResultFolder = 39;
-inline constexpr int32_t kResultRow = 40;
-inline constexpr int32_t kResultGraph = 41;
-inline constexpr int32_t kResultLog = 43;
-inline constexpr int32_t kReportText = 85;
-
-// Properties that the read side asks for.
-inline constexpr int32_t kName = 51;
-inline constexpr int32_t kStartTime = 305;
-inline constexpr int32_t kDuration = 306;
-inline constexpr int32_t kGenerated = 325;
-inline constexpr int32_t kFolderType = 340;
-inline constexpr int32_t kOriginNode = 341;
-inline constexpr int32_t kComment = 524;
-inline constexpr int32_t kText = 1700;
-inline constexpr int32_t kReportGenerator = 1906;
-inline constexpr int32_t kOrder = 2200;
-inline constexpr int32_t kTsdbIncident = 2601;
-
-// The enumeration type of `folderType`; only its low 17 bits are compared.
-inline constexpr uint32_t kFolderTypeEnum = 0x10015;
 
 // A string property's value; empty when the property is missing or null.
 // Raises errors::tql code 9 for a property of another kind.
@@ -55,8 +31,9 @@ int64_t seconds_of(const tql::patch_t& object, int32_t number);
 std::optional<uint32_t> order_of(const tql::patch_t& object);
 
 // The `folderType`: present when it is a non-null enumeration of type
-// kFolderTypeEnum. Missing, null or of another kind: none, and such a folder
-// is shown neither among a folder's contents nor among its subfolders.
+// schema::kFolderTypeEnum (only the type's low 17 bits are compared).
+// Missing, null or of another kind: none, and such a folder is shown neither
+// among a folder's contents nor among its subfolders.
 std::optional<uint32_t> folder_type_of(const tql::patch_t& object);
 
 // The id in `originNode` in text form; empty when missing or null. Raises

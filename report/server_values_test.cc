@@ -6,6 +6,7 @@
 
 #include "report/server_items.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace report::stored {
 namespace {
@@ -27,13 +28,14 @@ tql::patch_t with(tql::patch_t p, int32_t number, typename tql::kind_traits<K>::
 }
 
 tql::patch_t folder(uint32_t id, uint32_t type, const std::string& name) {
-  return with<7>(with<25>(object(kResultFolder, id), kFolderType, {kFolderTypeEnum, type}),
-                 kName, name);
+  return with<7>(with<25>(object(schema::kReportResultFolder, id), schema::kFolderType,
+                          {schema::kFolderTypeEnum, type}),
+                 schema::kName, name);
 }
 
 tql::patch_t ordered(uint32_t id, std::optional<uint32_t> order) {
-  tql::patch_t p = object(kResultRow, id);
-  return order ? with<20>(std::move(p), kOrder, *order) : p;
+  tql::patch_t p = object(schema::kReportResultRow, id);
+  return order ? with<20>(std::move(p), schema::kOrder, *order) : p;
 }
 
 std::string ids(const std::vector<tql::patch_t>& objects) {
@@ -52,23 +54,23 @@ int32_t tql_code(const std::function<void()>& f) {
 }
 
 TEST(StoredValuesTest, TextsAreEmptyWhenMissingOrNullAndRefuseOtherKinds) {
-  tql::patch_t row = with<7>(object(kResultRow, 1), kName, "Availability");
-  EXPECT_EQ("Availability", text_of(row, kName));
-  EXPECT_EQ("", text_of(row, kComment));
-  EXPECT_EQ("", text_of(with<7>(row, kComment, "x", true), kComment));
-  EXPECT_EQ(9, tql_code([&] { text_of(with<20>(row, kText, 5), kText); }));
+  tql::patch_t row = with<7>(object(schema::kReportResultRow, 1), schema::kName, "Availability");
+  EXPECT_EQ("Availability", text_of(row, schema::kName));
+  EXPECT_EQ("", text_of(row, schema::kComment));
+  EXPECT_EQ("", text_of(with<7>(row, schema::kComment, "x", true), schema::kComment));
+  EXPECT_EQ(9, tql_code([&] { text_of(with<20>(row, schema::kText, 5), schema::kText); }));
 }
 
 TEST(StoredValuesTest, OriginIsTheReferencedIdOrEmpty) {
-  tql::patch_t row = object(kResultRow, 1);
+  tql::patch_t row = object(schema::kReportResultRow, 1);
   EXPECT_EQ("", origin_of(row));
-  EXPECT_EQ("", origin_of(with<10>(row, kOriginNode, {tql::id_t{0, 1, 7}, {}}, true)));
-  EXPECT_EQ("0.1.7", origin_of(with<10>(row, kOriginNode, {tql::id_t{0, 1, 7}, {}})));
-  EXPECT_EQ(9, tql_code([&] { origin_of(with<7>(row, kOriginNode, "0.1.7")); }));
+  EXPECT_EQ("", origin_of(with<10>(row, schema::kOriginNode, {tql::id_t{0, 1, 7}, {}}, true)));
+  EXPECT_EQ("0.1.7", origin_of(with<10>(row, schema::kOriginNode, {tql::id_t{0, 1, 7}, {}})));
+  EXPECT_EQ(9, tql_code([&] { origin_of(with<7>(row, schema::kOriginNode, "0.1.7")); }));
 }
 
 TEST(StoredValuesTest, FlagsAreBooleansOrNonZeroNumbers) {
-  tql::patch_t g = object(kResultGraph, 1);
+  tql::patch_t g = object(schema::kReportResultGraph, 1);
   EXPECT_FALSE(flag_of(g, 3002));
   EXPECT_TRUE(flag_of(with<21>(g, 3002, true), 3002));
   EXPECT_FALSE(flag_of(with<21>(g, 3002, true, true), 3002));
@@ -80,32 +82,36 @@ TEST(StoredValuesTest, FlagsAreBooleansOrNonZeroNumbers) {
 }
 
 TEST(StoredValuesTest, TimesAreDatesOrNumbersAndNullReadsAsZero) {
-  tql::patch_t i = object(kReportInstance, 1);
-  EXPECT_EQ(1700000000, seconds_of(with<17>(i, kStartTime, 1700000000), kStartTime));
-  EXPECT_EQ(86400, seconds_of(with<20>(i, kDuration, 86400), kDuration));
-  EXPECT_EQ(0, seconds_of(with<17>(i, kGenerated, 5, true), kGenerated));
-  EXPECT_EQ(errors::tql::kRequiredMissing, tql_code([&] { seconds_of(i, kStartTime); }));
-  EXPECT_EQ(9, tql_code([&] { seconds_of(with<7>(i, kStartTime, "now"), kStartTime); }));
+  tql::patch_t i = object(schema::kReportInstance, 1);
+  EXPECT_EQ(1700000000,
+            seconds_of(with<17>(i, schema::kStartTime, 1700000000), schema::kStartTime));
+  EXPECT_EQ(86400, seconds_of(with<20>(i, schema::kDuration, 86400), schema::kDuration));
+  EXPECT_EQ(0, seconds_of(with<17>(i, schema::kGenerated, 5, true), schema::kGenerated));
+  EXPECT_EQ(errors::tql::kRequiredMissing, tql_code([&] { seconds_of(i, schema::kStartTime); }));
+  EXPECT_EQ(
+      9, tql_code([&] { seconds_of(with<7>(i, schema::kStartTime, "now"), schema::kStartTime); }));
 }
 
 TEST(StoredValuesTest, FolderTypeIsAnEnumOfItsOwnType) {
   EXPECT_EQ(2u, folder_type_of(folder(1, 2, "d")));
   // Only the low 17 bits of the enumeration number count.
-  EXPECT_EQ(4u, folder_type_of(with<25>(object(kResultFolder, 1), kFolderType,
-                                        {kFolderTypeEnum | 0x20000, 4})));
-  EXPECT_EQ(std::nullopt, folder_type_of(object(kResultFolder, 1)));
+  EXPECT_EQ(4u, folder_type_of(with<25>(object(schema::kReportResultFolder, 1), schema::kFolderType,
+                                        {schema::kFolderTypeEnum | 0x20000, 4})));
+  EXPECT_EQ(std::nullopt, folder_type_of(object(schema::kReportResultFolder, 1)));
+  EXPECT_EQ(std::nullopt, folder_type_of(with<25>(object(schema::kReportResultFolder, 1),
+                                                  schema::kFolderType, {0x10016, 1})));
+  EXPECT_EQ(std::nullopt, folder_type_of(with<20>(object(schema::kReportResultFolder, 1),
+                                                  schema::kFolderType, 1)));
   EXPECT_EQ(std::nullopt,
-            folder_type_of(with<25>(object(kResultFolder, 1), kFolderType, {0x10016, 1})));
-  EXPECT_EQ(std::nullopt, folder_type_of(with<20>(object(kResultFolder, 1), kFolderType, 1)));
-  EXPECT_EQ(std::nullopt, folder_type_of(with<25>(object(kResultFolder, 1), kFolderType,
-                                                  {kFolderTypeEnum, 1}, true)));
+            folder_type_of(with<25>(object(schema::kReportResultFolder, 1), schema::kFolderType,
+                                    {schema::kFolderTypeEnum, 1}, true)));
 }
 
 TEST(StoredSortTest, DisplayOrderPutsItemsWithoutCounterFirstAndKeepsTies) {
   std::vector<tql::patch_t> items{ordered(1, 30), ordered(2, 10), ordered(3, std::nullopt),
                                   ordered(4, 20), ordered(5, std::nullopt), ordered(6, 10)};
   // A counter of another kind counts as none.
-  items.push_back(with<19>(object(kResultRow, 7), kOrder, 5));
+  items.push_back(with<19>(object(schema::kReportResultRow, 7), schema::kOrder, 5));
   sort_by_order(items);
   EXPECT_EQ("3 5 7 2 6 4 1", ids(items));
 }
@@ -157,17 +163,22 @@ TEST(IncidentCursorTest, ARecordThatIsNoIncidentEndsTheLog) {
 }
 
 TEST(ServerItemsTest, ItemsAreMadeByClassAndUnknownClassesRefused) {
-  EXPECT_NE(nullptr, dynamic_cast<ServerReportRow*>(make_item(object(kResultRow, 1)).get()));
-  EXPECT_NE(nullptr, dynamic_cast<ServerReportGraph*>(make_item(object(kResultGraph, 1)).get()));
-  EXPECT_NE(nullptr, dynamic_cast<ServerReportLog*>(make_item(object(kResultLog, 1)).get()));
-  EXPECT_NE(nullptr, dynamic_cast<ServerReportFolder*>(make_item(object(kResultFolder, 1)).get()));
-  EXPECT_NE(nullptr, dynamic_cast<ServerReportText*>(make_item(object(kReportText, 1)).get()));
+  EXPECT_NE(nullptr,
+            dynamic_cast<ServerReportRow*>(make_item(object(schema::kReportResultRow, 1)).get()));
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportGraph*>(
+                         make_item(object(schema::kReportResultGraph, 1)).get()));
+  EXPECT_NE(nullptr,
+            dynamic_cast<ServerReportLog*>(make_item(object(schema::kReportResultLog, 1)).get()));
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportFolder*>(
+                         make_item(object(schema::kReportResultFolder, 1)).get()));
+  EXPECT_NE(nullptr,
+            dynamic_cast<ServerReportText*>(make_item(object(schema::kReportText, 1)).get()));
   EXPECT_THROW(make_item(object(3, 1)), error::EParseError);
 }
 
 TEST(ServerItemsTest, AGraphCloneIsIndependentOfItsOriginal) {
   auto original = std::make_unique<ServerReportGraph>(
-      with<21>(with<7>(object(kResultGraph, 9), kName, "CPU"), 3006, true));
+      with<21>(with<7>(object(schema::kReportResultGraph, 9), schema::kName, "CPU"), 3006, true));
   std::unique_ptr<ReportGraph> copy = original->clone();
   original.reset();
   std::string name, anchor;
@@ -180,7 +191,7 @@ TEST(ServerItemsTest, AGraphCloneIsIndependentOfItsOriginal) {
 }
 
 TEST(ServerItemsTest, AFolderWithoutTypeShowsAsUnknown) {
-  ServerReportFolder f(object(kResultFolder, 1));
+  ServerReportFolder f(object(schema::kReportResultFolder, 1));
   EXPECT_EQ(ServerReportFolder::kUnknownFolderType, f.folderType());
   std::string comment = "x";
   f.comment(comment);

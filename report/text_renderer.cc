@@ -5,6 +5,7 @@
 #include "base/error.h"
 #include "report/report_times.h"
 #include "tavml/tavml.h"
+#include "tql/schema.h"
 
 namespace report {
 namespace {
@@ -31,11 +32,11 @@ class TextWriter {
 
 const char* folder_prefix(uint32_t type) {
   switch (type) {
-    case kFolderExplanation:
+    case schema::kFolderExplanation:
       return "<none>: ";
-    case kFolderNode:
+    case schema::kFolderNode:
       return "Node: ";
-    case kFolderDomain:
+    case schema::kFolderDomain:
       return "Domain: ";
     default:
       return "";
@@ -55,7 +56,7 @@ void TextWriter::folder(ReportFolder& folder, int level) {
   uint32_t type = folder.folderType();
   indent(level);
   out_ << folder_prefix(type);
-  if (type != kFolderSubSection) ++level;
+  if (type != schema::kFolderSubSection) ++level;
   std::string name;
   folder.name(name);
   out_ << name << "\r\n";

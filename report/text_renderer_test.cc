@@ -6,6 +6,7 @@
 
 #include "base/error.h"
 #include "report/fake_report.h"
+#include "tql/schema.h"
 
 namespace report {
 namespace {
@@ -34,10 +35,11 @@ TEST(TextReport, FolderPrefixesAndIndents) {
       "      \r\n"
       "<none>: About\r\n"
       "  \r\n",
-      Text({commented(folder(kFolderDomain, "Main", {row("Avail", "99%")},
-                             {folder(kFolderNode, "web1", {}, {folder(kFolderCheck, "ping")})}),
+      Text({commented(folder(schema::kFolderDomain, "Main", {row("Avail", "99%")},
+                             {folder(schema::kFolderNode, "web1", {},
+                                     {folder(schema::kFolderCheck, "ping")})}),
                       "all domains"),
-            folder(kFolderExplanation, "About")}));
+            folder(schema::kFolderExplanation, "About")}));
 }
 
 TEST(TextReport, SubSectionKeepsItsItemsAtItsOwnLevel) {
@@ -50,8 +52,8 @@ TEST(TextReport, SubSectionKeepsItsItemsAtItsOwnLevel) {
       "  \r\n"
       "  Graph: load\r\n"
       "  per hour\r\n",
-      Text({folder(kFolderNode, "web1",
-                   {folder(kFolderSubSection, "Totals",
+      Text({folder(schema::kFolderNode, "web1",
+                   {folder(schema::kFolderSubSection, "Totals",
                            {row("", "all good"), commented(fake::graph("load"), "per hour")})})}));
 }
 
@@ -65,7 +67,7 @@ TEST(TextReport, LogMarkersLineUpAndUnknownSeverityHasNone) {
       "  Alert: 01/01/2000 01:59:59: down\r\n"
       "01/01/1970 03:00:00: odd\r\n"
       "  last week\r\n",
-      Text({folder(kFolderCheck, "ping",
+      Text({folder(schema::kFolderCheck, "ping",
                    {commented(fake::log("events", {{kSeverityOk, "up", 0},
                                                    {kSeverityWarning, "slow", 86460},
                                                    {kSeverityAlert, "down", 946684799},
@@ -76,7 +78,7 @@ TEST(TextReport, LogMarkersLineUpAndUnknownSeverityHasNone) {
 
 TEST(TextReport, LogWithoutEntriesGivesTwoLines) {
   EXPECT_EQ("ping\r\n  \r\n  Log: events\r\n  \r\n",
-            Text({folder(kFolderCheck, "ping", {fake::log("events", {})})}));
+            Text({folder(schema::kFolderCheck, "ping", {fake::log("events", {})})}));
 }
 
 TEST(TextReport, TextsStandAsTheMarkupGivesThem) {
@@ -87,18 +89,18 @@ TEST(TextReport, TextsStandAsTheMarkupGivesThem) {
 
 TEST(TextReport, HeadingsAndValuesAreNotEscaped) {
   EXPECT_EQ("a<b\r\n  \r\n  x&y: <i>1</i>\r\n  \r\n",
-            Text({folder(kFolderCheck, "a<b", {row("x&y", "<i>1</i>")})}));
+            Text({folder(schema::kFolderCheck, "a<b", {row("x&y", "<i>1</i>")})}));
 }
 
 TEST(TextReport, ItemOfUnknownKindInAFolderIsLeftOut) {
   EXPECT_EQ("ping\r\n  \r\n  A: 1\r\n  \r\n",
-            Text({folder(kFolderCheck, "ping", {fake::stranger(), row("A", "1")})}));
+            Text({folder(schema::kFolderCheck, "ping", {fake::stranger(), row("A", "1")})}));
 }
 
 TEST(TextReport, ReadFailurePassesThroughAndFreesWhatWasRead) {
-  Item broken = folder(kFolderCheck, "ping");
+  Item broken = folder(schema::kFolderCheck, "ping");
   broken.fail_contents = true;
-  EXPECT_THROW(Text({folder(kFolderNode, "web", {}, {broken})}), error::ESystemError);
+  EXPECT_THROW(Text({folder(schema::kFolderNode, "web", {}, {broken})}), error::ESystemError);
   EXPECT_EQ(0, fake::alive());
 }
 

@@ -5,13 +5,13 @@
 #include "analysis/object_values.h"
 #include "analysis/report_issue.h"
 #include "analysis/result_objects.h"
-#include "analysis/walk_schema.h"
 #include "base/error.h"
 #include "base/fatal.h"
 #include "base/log.h"
 #include "queues/tql_operations.h"
 #include "reporter/generation_run.h"
 #include "reporter/report_progress.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -20,12 +20,12 @@ void writeProgress(const tql::id_t& id, int32_t classNumber, uint32_t value) {
   std::unique_ptr<tql::patch_t> object = tql::get_object(id, classNumber, *queues::global_queue());
   if (!object) return;
   std::vector<tql::property_ptr> p;
-  p.emplace_back(tql::make_property<20>(walk::kProgress, value));
+  p.emplace_back(tql::make_property<20>(schema::kProgress, value));
   tql::update_object(id, object->version, std::move(p), 0);
 }
 
 void addTextOf(const tql::id_t& instance, const tql::patch_t* text) {
-  if (text != nullptr) addText(instance, stringOr(*text, walk::kComment, ""));
+  if (text != nullptr) addText(instance, stringOr(*text, schema::kComment, ""));
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ void GenerationRun::analyseGuarded(const tql::patch_t* tree) {
 
 void GenerationRun::analyse(const tql::patch_t& tree) {
   addTextOf(instance_id_, definition_->opening_text);
-  TAVREL_ASSERT(tree.class_ == walk::kDomain,
+  TAVREL_ASSERT(tree.class_ == schema::kDomain,
                 "Trying to start report generation from object different that CLASS_Domain");
   ReportProgress progress(report_id_, instance_id_, countNodes(tree), writeProgress);
   report_tree_root() = tree.id;

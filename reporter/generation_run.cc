@@ -7,7 +7,6 @@
 #include "analysis/generation_context.h"
 #include "analysis/object_values.h"
 #include "analysis/plan.h"
-#include "analysis/walk_schema.h"
 #include "base/log.h"
 #include "email/report_mailing.h"
 #include "queues/report_incident.h"
@@ -16,6 +15,7 @@
 #include "reporter/report_period.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -67,7 +67,7 @@ tql::id_t GenerationRun::run() {
   incident(queues::kIncidentProgress, "Generation of report number " + number() + " done.");
   mail_report(destinationAddresses(*report_), instance_id_, report_id_);
   log("Done generating report " + definition_->pathText() + ": " +
-      stringOr(*report_, walk::kTreeLabel, ""));
+      stringOr(*report_, schema::kTreeLabel, ""));
   return instance_id_;
 }
 
@@ -77,7 +77,7 @@ bool GenerationRun::prepare() {
   report_ = definition_->report;
   if (report_->version != report_version_) return false;
   log("Starting generation of report " + definition_->pathText() + ": " +
-      stringOr(*report_, walk::kTreeLabel, ""));
+      stringOr(*report_, schema::kTreeLabel, ""));
   zone_ = reportZone(*report_);
   Report::resolveIssue(*report_, order_time_.seconds, issue_, zone_);
   selectionsOf(*report_, selections_);
@@ -93,46 +93,46 @@ bool GenerationRun::prepare() {
 bool GenerationRun::open() {
   Properties p;
   p.emplace_back(tql::make_property<10>(
-      walk::kIssueNode,
+      schema::kIssueNode,
       tql::object_ref_t{definition_->owner_domain, tql::origin_t{{}, {}, kIssueNodeOriginType}}));
-  p.emplace_back(tql::make_string_property(walk::kName, stringOr(*report_, walk::kName, "")));
-  addDate(p, walk::kStartTime, issue_.start);
-  addUint(p, walk::kDuration, static_cast<uint32_t>(issue_.duration));
-  addDate(p, walk::kDate, started_.seconds);
-  addDate(p, walk::kOrderTime, order_time_.seconds);
-  addUint(p, walk::kProgress, 1);
-  addUint(p, walk::kWorkerNode, 1);
-  addUint(p, walk::kOrder, order_);
+  p.emplace_back(tql::make_string_property(schema::kName, stringOr(*report_, schema::kName, "")));
+  addDate(p, schema::kStartTime, issue_.start);
+  addUint(p, schema::kDuration, static_cast<uint32_t>(issue_.duration));
+  addDate(p, schema::kDate, started_.seconds);
+  addDate(p, schema::kOrderTime, order_time_.seconds);
+  addUint(p, schema::kProgress, 1);
+  addUint(p, schema::kWorkerNode, 1);
+  addUint(p, schema::kOrder, order_);
   try {
-    instance_id_ = tql::create_object(report_id_, walk::kReportInstance, std::move(p), 0).new_id;
+    instance_id_ = tql::create_object(report_id_, schema::kReportInstance, std::move(p), 0).new_id;
   } catch (const errors::tql& e) {
     if (e.code() == kDuplicateValue) return false;
     throw;
   }
   Properties order;
-  addUint(order, walk::kOrder, order_);
+  addUint(order, schema::kOrder, order_);
   tql::update_object(report_id_, report_->version, std::move(order), 0);
   return true;
 }
 
 bool GenerationRun::close() {
   std::unique_ptr<tql::patch_t> instance =
-      tql::get_object(instance_id_, walk::kReportInstance, *queues::global_queue());
+      tql::get_object(instance_id_, schema::kReportInstance, *queues::global_queue());
   if (!instance) {
     log("Unable to get istance object");
     return false;
   }
   generated_ = TimeValue::now().seconds;
   Properties p;
-  addUint(p, walk::kWorkerNode, 0);
-  addUint(p, walk::kProgress, 100);
-  addDate(p, walk::kGenerated, generated_);
+  addUint(p, schema::kWorkerNode, 0);
+  addUint(p, schema::kProgress, 100);
+  addDate(p, schema::kGenerated, generated_);
   if (!analysis_failed_) {
     bool autoPublish = true;
-    if (const tql::property_t* q = setProperty(*report_, walk::kAutoPublish)) {
+    if (const tql::property_t* q = setProperty(*report_, schema::kAutoPublish)) {
       tql::decode_boolean(*q, autoPublish);
     }
-    p.emplace_back(tql::make_boolean_property(walk::kPublic, autoPublish));
+    p.emplace_back(tql::make_boolean_property(schema::kPublic, autoPublish));
   }
   if (issue_.hasPeriod && issue_.start == 0) {
     const int64_t span = issue_.duration - first_sample_;
@@ -141,17 +141,17 @@ bool GenerationRun::close() {
           std::to_string(issue_.start) + " and duration " + std::to_string(issue_.duration));
     } else {
       log("Updating report instance start time to " + std::to_string(first_sample_));
-      addDate(p, walk::kStartTime, first_sample_);
-      addUint(p, walk::kDuration, static_cast<uint32_t>(span));
+      addDate(p, schema::kStartTime, first_sample_);
+      addUint(p, schema::kDuration, static_cast<uint32_t>(span));
     }
   }
   tql::update_object(instance_id_, instance->version, std::move(p), 0);
   std::unique_ptr<tql::patch_t> report =
-      tql::get_object(report_id_, walk::kReport, *queues::global_queue());
+      tql::get_object(report_id_, schema::kReport, *queues::global_queue());
   if (report) {
     Properties r;
-    addDate(r, walk::kLastGenerated, generated_);
-    addUint(r, walk::kProgress, 0);
+    addDate(r, schema::kLastGenerated, generated_);
+    addUint(r, schema::kProgress, 0);
     tql::update_object(report_id_, report->version, std::move(r), 0);
   }
   return true;

@@ -1,28 +1,30 @@
 #include "reporter/generation_values.h"
 
 #include "analysis/object_values.h"
-#include "analysis/walk_schema.h"
 #include "base/fatal.h"
+#include "tql/schema.h"
 
 void readReportFlags(const tql::patch_t& report, ReportFlags& flags) {
-  readFlag(report, walk::kGraphShowMinMax, flags.graphShowMinMax);
-  readFlag(report, walk::kGraphShowNoResponse, flags.graphShowNoResponse);
-  readFlag(report, walk::kGraphAutoScale, flags.graphAutoScale);
-  readFlag(report, walk::kGraphTabularUptime, flags.graphTabularUptime);
-  readFlag(report, walk::kGraphTabularEnum, flags.graphTabularEnum);
-  readFlag(report, walk::kGoodScore, flags.goodScore);
-  readFlag(report, walk::kWarnScore, flags.warnScore);
-  readFlag(report, walk::kAlertScore, flags.alertScore);
-  readFlag(report, walk::kIncludeConfig, flags.includeConfig);
+  readFlag(report, schema::kGraphShowMinMax, flags.graphShowMinMax);
+  readFlag(report, schema::kGraphShowNoResponse, flags.graphShowNoResponse);
+  readFlag(report, schema::kGraphAutoScale, flags.graphAutoScale);
+  readFlag(report, schema::kGraphTabularUptime, flags.graphTabularUptime);
+  readFlag(report, schema::kGraphTabularEnum, flags.graphTabularEnum);
+  readFlag(report, schema::kGoodScore, flags.goodScore);
+  readFlag(report, schema::kWarnScore, flags.warnScore);
+  readFlag(report, schema::kAlertScore, flags.alertScore);
+  readFlag(report, schema::kIncludeConfig, flags.includeConfig);
 }
 
 zone_t reportZone(const tql::patch_t& report) {
-  const auto* zone = dynamic_cast<const tql::property_int_t*>(setProperty(report, walk::kTimeZone));
+  const auto* zone =
+      dynamic_cast<const tql::property_int_t*>(setProperty(report, schema::kTimeZone));
   return timeZoneValue(zone != nullptr ? zone->value : kEnvironmentZone);
 }
 
 uint32_t nextOrder(const tql::patch_t& report) {
-  const auto* order = dynamic_cast<const tql::property_uint_t*>(report.find_property(walk::kOrder));
+  const auto* order =
+      dynamic_cast<const tql::property_uint_t*>(report.find_property(schema::kOrder));
   TAVREL_ASSERT(order != nullptr, "Couldn't get order property from template");
   return order->value + 1;
 }
@@ -43,7 +45,7 @@ std::vector<std::string> splitAddresses(const std::string& text) {
 }
 
 std::vector<std::string> destinationAddresses(const tql::patch_t& report) {
-  const tql::property_t* p = setProperty(report, walk::kDestination);
+  const tql::property_t* p = setProperty(report, schema::kDestination);
   if (p == nullptr) return {};
   if (const auto* list = dynamic_cast<const tql::property_string_list_t*>(p)) {
     std::vector<std::string> out;
@@ -52,5 +54,5 @@ std::vector<std::string> destinationAddresses(const tql::patch_t& report) {
     }
     return out;
   }
-  return splitAddresses(stringOr(report, walk::kDestination, ""));
+  return splitAddresses(stringOr(report, schema::kDestination, ""));
 }

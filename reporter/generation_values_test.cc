@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "analysis/walk_schema.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -19,12 +19,12 @@ TEST(SplitAddresses, AtEachSeparatorWithoutEmptyEntries) {
 TEST(DestinationAddresses, StringStringListNullAndAbsent) {
   tql::patch_t report;
   EXPECT_EQ(Addresses{}, destinationAddresses(report));
-  report.set_property(tql::make_string_property(walk::kDestination, "a@x, b@y"));
+  report.set_property(tql::make_string_property(schema::kDestination, "a@x, b@y"));
   EXPECT_EQ((Addresses{"a@x", "b@y"}), destinationAddresses(report));
-  report.properties[walk::kDestination]->is_null = true;
+  report.properties[schema::kDestination]->is_null = true;
   EXPECT_EQ(Addresses{}, destinationAddresses(report));
   report.set_property(
-      tql::make_property<8>(walk::kDestination, std::list<std::string>{"a@x;b@y", "c@z"}));
+      tql::make_property<8>(schema::kDestination, std::list<std::string>{"a@x;b@y", "c@z"}));
   EXPECT_EQ((Addresses{"a@x", "b@y", "c@z"}), destinationAddresses(report));
 }
 
@@ -33,37 +33,37 @@ TEST(ReadReportFlags, PresentFlagsSetAbsentOnesStayNullRaises) {
   flags.goodScore = true;
   flags.graphAutoScale = true;
   tql::patch_t report;
-  report.set_property(tql::make_boolean_property(walk::kAlertScore, false));
-  report.set_property(tql::make_boolean_property(walk::kGraphTabularEnum, true));
+  report.set_property(tql::make_boolean_property(schema::kAlertScore, false));
+  report.set_property(tql::make_boolean_property(schema::kGraphTabularEnum, true));
   readReportFlags(report, flags);
   EXPECT_TRUE(flags.goodScore);       // absent: kept from before
   EXPECT_TRUE(flags.graphAutoScale);  // absent: kept from before
   EXPECT_FALSE(flags.alertScore);
   EXPECT_TRUE(flags.graphTabularEnum);
-  report.properties[walk::kAlertScore]->is_null = true;
+  report.properties[schema::kAlertScore]->is_null = true;
   EXPECT_THROW(readReportFlags(report, flags), errors::tql);
 }
 
 TEST(ReportZone, AnIntTimeZoneElseTheEnvironmentsZone) {
   tql::patch_t report;
   EXPECT_EQ(kEnvironmentZone, reportZone(report).value());
-  report.set_property(tql::make_property<19>(walk::kTimeZone, 3600));
+  report.set_property(tql::make_property<19>(schema::kTimeZone, 3600));
   EXPECT_EQ(3600, reportZone(report).value());
-  report.properties[walk::kTimeZone]->is_null = true;
+  report.properties[schema::kTimeZone]->is_null = true;
   EXPECT_EQ(kEnvironmentZone, reportZone(report).value());
-  report.set_property(tql::make_property<20>(walk::kTimeZone, 3600u));
+  report.set_property(tql::make_property<20>(schema::kTimeZone, 3600u));
   EXPECT_EQ(kEnvironmentZone, reportZone(report).value());
 }
 
 TEST(NextOrder, TheStoredOrderPlusOne) {
   tql::patch_t report;
-  report.set_property(tql::make_property<20>(walk::kOrder, 41u));
+  report.set_property(tql::make_property<20>(schema::kOrder, 41u));
   EXPECT_EQ(42u, nextOrder(report));
 }
 
 TEST(NextOrderDeathTest, AnOrderOfAnotherKindIsAnAssertion) {
   tql::patch_t report;
-  report.set_property(tql::make_property<19>(walk::kOrder, 41));
+  report.set_property(tql::make_property<19>(schema::kOrder, 41));
   EXPECT_DEATH(nextOrder(report), "Couldn't get order property from template");
 }
 

@@ -1,10 +1,10 @@
 #include "reporter/report_definition.h"
 
 #include "analysis/object_values.h"
-#include "analysis/walk_schema.h"
 #include "base/fatal.h"
 #include "queues/tql_operations.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -15,34 +15,34 @@ constexpr int32_t kAll = tql::kPatternAllProps;
 constexpr int32_t kSelected = tql::kPatternAllProps | tql::kPatternBit4;
 
 std::unique_ptr<tql::pattern_t> planSteps() {
-  auto week = add_next(make_pattern(walk::kWeekPlanner, kAll),
-                       add_next(make_pattern(walk::kDayPlanner, kAll),
-                                make_pattern(walk::kEvent, kAll)));
-  auto plan = add_next(make_pattern(walk::kPlan, kAll),
-                       tql::pattern_list(make_pattern(walk::kExpectedEvent, kAll),
-                                         make_pattern(walk::kUnexpectedEvent, kAll)));
+  auto week = add_next(
+      make_pattern(schema::kWeekPlanner, kAll),
+      add_next(make_pattern(schema::kDayPlanner, kAll), make_pattern(schema::kEvent, kAll)));
+  auto plan = add_next(make_pattern(schema::kPlan, kAll),
+                       tql::pattern_list(make_pattern(schema::kExpectedEvent, kAll),
+                                         make_pattern(schema::kUnexpectedEvent, kAll)));
   return add_next(std::move(plan), std::move(week));
 }
 
 std::unique_ptr<tql::pattern_t> definitionPattern(const tql::id_t& report_id) {
-  auto report = make_pattern(walk::kReport, std::list<tql::condition_t>{tql::id_condition(report_id)},
-                             kSelected);
-  report = add_next(std::move(report), make_pattern(walk::kReportIssue, kAll));
-  report = add_next(std::move(report),
-                    add_next(make_pattern(walk::kReportSelection, kSelected),
-                             make_pattern(walk::kReportCheckSelection, kAll)));
+  auto report = make_pattern(schema::kReport,
+                             std::list<tql::condition_t>{tql::id_condition(report_id)}, kSelected);
+  report = add_next(std::move(report), make_pattern(schema::kReportIssue, kAll));
+  report = add_next(std::move(report), add_next(make_pattern(schema::kReportSelection, kSelected),
+                                                make_pattern(schema::kReportCheckSelection, kAll)));
   report = add_next(std::move(report), planSteps());
-  auto domain = make_pattern(walk::kDomain, std::set<int32_t>{walk::kName}, tql::kPatternNested);
+  auto domain =
+      make_pattern(schema::kDomain, std::set<int32_t>{schema::kName}, tql::kPatternNested);
   return add_next(std::move(domain),
-                  tql::pattern_list(make_pattern(walk::kReportText, kAll), std::move(report)));
+                  tql::pattern_list(make_pattern(schema::kReportText, kAll), std::move(report)));
 }
 
 // A ReportText's `type`: 0 opening, 1 closing, anything else ignored.
 void takeText(const tql::patch_t& text, ReportDefinition& definition) {
-  const tql::property_t* type = setProperty(text, walk::kType);
+  const tql::property_t* type = setProperty(text, schema::kType);
   if (type == nullptr) return;
   uint32_t value = 0;
-  tql::decode_enum(*type, walk::kReportTextTypeEnum, value);
+  tql::decode_enum(*type, schema::kReportTextTypeEnum, value);
   if (value == 0) definition.opening_text = &text;
   if (value == 1) definition.closing_text = &text;
 }
@@ -59,13 +59,14 @@ std::string ReportDefinition::pathText() const {
 void walkDefinition(std::unique_ptr<tql::patch_t> tree, ReportDefinition& definition) {
   definition.tree = std::move(tree);
   const tql::patch_t* level = definition.tree.get();
-  while (level->class_ != walk::kReport) {
+  while (level->class_ != schema::kReport) {
     definition.owner_domain = level->id;
-    if (level->id != tql::kRootId) definition.domain_path.push_back(stringOr(*level, walk::kName, ""));
+    if (level->id != tql::kRootId)
+      definition.domain_path.push_back(stringOr(*level, schema::kName, ""));
     const tql::patch_t* next = nullptr;
     for (const tql::patch_t& child : level->children) {
-      if (child.class_ == walk::kReportText) takeText(child, definition);
-      if (child.class_ != walk::kDomain && child.class_ != walk::kReport) continue;
+      if (child.class_ == schema::kReportText) takeText(child, definition);
+      if (child.class_ != schema::kDomain && child.class_ != schema::kReport) continue;
       TAVREL_ASSERT(next == nullptr, "Child found twice while searching for report template");
       next = &child;
     }

@@ -6,18 +6,9 @@
 #include "base/log.h"
 #include "reporter/property_values.h"
 #include "tql/decode.h"
+#include "tql/schema.h"
 
 namespace {
-
-// Property numbers of a Report.
-constexpr int32_t kFormGraph = 332;
-constexpr int32_t kFormSummary = 331;
-constexpr int32_t kGoodScore = 504;
-constexpr int32_t kWarnScore = 505;
-constexpr int32_t kAlertScore = 506;
-constexpr int32_t kIncludeConfig = 335;
-constexpr int32_t kHideSectionLevel = 337;
-constexpr int32_t kHideSectionThreshold = 338;
 
 // True unless the property is a set boolean that says false.
 bool flag(const tql::patch_t& report, int32_t number) {
@@ -36,14 +27,14 @@ int64_t seconds(const tql::patch_t& report, int32_t number) {
 }
 
 void readSettings(const tql::patch_t& report, ResolvedIssue& options) {
-  tql::decode_enum(report.property(kReportType), kReportTypeEnum, options.kind);
-  options.wantGraph = flag(report, kFormGraph);
-  options.wantSummary = flag(report, kFormSummary);
-  options.wantIncidents = flag(report, kGoodScore) || flag(report, kWarnScore) ||
-                          flag(report, kAlertScore) || flag(report, kIncludeConfig);
-  const uint32_t* level = valueOf<20>(report, kHideSectionLevel);
+  tql::decode_enum(report.property(schema::kType), schema::kReportTypeEnum, options.kind);
+  options.wantGraph = flag(report, schema::kFormGraph);
+  options.wantSummary = flag(report, schema::kFormSummary);
+  options.wantIncidents = flag(report, schema::kGoodScore) || flag(report, schema::kWarnScore) ||
+                          flag(report, schema::kAlertScore) || flag(report, schema::kIncludeConfig);
+  const uint32_t* level = valueOf<20>(report, schema::kHideSectionLevel);
   options.hideLevel = level != nullptr ? *level : 0xFFFFFFFF;
-  const double* threshold = valueOf<13>(report, kHideSectionThreshold);
+  const double* threshold = valueOf<13>(report, schema::kHideSectionThreshold);
   options.hideThreshold = threshold != nullptr ? *threshold : 0.0;
   if (log_tracing()) {
     log("Summary: " + std::to_string(options.wantSummary) +
@@ -107,15 +98,15 @@ void Report::resolveIssue(const tql::patch_t& report, int64_t when, ResolvedIssu
   tm.isdst = -1;
   options.start = 0;
   options.duration = 0;
-  const tql::property_t* period = report.find_property(kReportPeriod);
+  const tql::property_t* period = report.find_property(schema::kPeriod);
   options.hasPeriod = period != nullptr;
   if (period == nullptr) return;
   if (period->is_null) {
-    options.start = seconds(report, kReportStartTime);
-    options.duration = seconds(report, kReportDuration);
+    options.start = seconds(report, schema::kStartTime);
+    options.duration = seconds(report, schema::kDuration);
     return;
   }
   uint32_t value = 0;
-  tql::decode_enum(*period, kPeriodEnum, value);
+  tql::decode_enum(*period, schema::kPeriodEnum, value);
   calendarPeriod(value, tm, when, options, zone);
 }

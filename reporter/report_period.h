@@ -7,14 +7,6 @@
 #include "base/zone.h"
 #include "tql/patch.h"
 
-// Property numbers and enumerations of a Report that resolveIssue reads.
-inline constexpr int32_t kReportType = 500;       // enumeration kReportTypeEnum, required
-inline constexpr int32_t kReportPeriod = 307;     // enumeration kPeriodEnum
-inline constexpr int32_t kReportStartTime = 305;  // of a fixed period
-inline constexpr int32_t kReportDuration = 306;   // of a fixed period
-inline constexpr uint32_t kReportTypeEnum = 0x1001e;
-inline constexpr uint32_t kPeriodEnum = 0x1000a;
-
 // The `period` values of a Report.
 inline constexpr uint32_t kPeriodYesterday = 1;
 inline constexpr uint32_t kPeriodLastWeek = 2;  // Monday to Sunday

@@ -8,24 +8,22 @@
 #include "base/error.h"
 #include "tql/errors.h"
 #include "tql/property.h"
+#include "tql/schema.h"
 
 namespace {
 
 const zone_t kCopenhagen = timeZoneValue(kEnvironmentZone);
 
-constexpr int32_t kType = 500;
-constexpr int32_t kPeriod = 307;
-
 tql::patch_t report() {
   tql::patch_t r;
   r.class_ = 5;
-  r.set_property(tql::make_property<25>(kType, tql::enum_value_t{0x1001e, 1}));
+  r.set_property(tql::make_property<25>(schema::kType, tql::enum_value_t{0x1001e, 1}));
   return r;
 }
 
 tql::patch_t withPeriod(uint32_t period) {
   tql::patch_t r = report();
-  r.set_property(tql::make_property<25>(kPeriod, tql::enum_value_t{0x1000a, period}));
+  r.set_property(tql::make_property<25>(schema::kPeriod, tql::enum_value_t{0x1000a, period}));
   return r;
 }
 
@@ -71,7 +69,7 @@ TEST(ResolvePeriod, EverythingFixedAndNone) {
 
   tql::patch_t fixed = report();
   auto null = tql::make_property(25);
-  null->name = kPeriod;
+  null->name = schema::kPeriod;
   null->is_null = true;
   fixed.set_property(std::move(null));
   fixed.set_property(tql::make_property<17>(305, int64_t{1700000000}));

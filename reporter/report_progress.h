@@ -16,9 +16,6 @@ class ReportProgress : public Progress {
   // deleted object), which advance() logs; other exceptions pass through.
   using Writer = std::function<void(const tql::id_t& id, int32_t classNumber, uint32_t value)>;
 
-  static constexpr int32_t kReportClass = 5;
-  static constexpr int32_t kInstanceClass = 38;
-
   // `totalSteps` is the number of nodes of the report's tree.
   ReportProgress(tql::id_t report_id, tql::id_t instance_id, uint32_t totalSteps, Writer writer);
 

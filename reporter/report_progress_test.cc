@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ TEST(ReportProgress, TwoNodesGive50Then99) {
 
 TEST(ReportProgress, DatabaseFailureIsLoggedAndTheStepCounts) {
   ProgressRecorder r;
-  r.failClass = ReportProgress::kReportClass;
+  r.failClass = schema::kReport;
   ReportProgress progress(tql::id_t(), tql::id_t(), 2, r.writer());
   progress.advance(1);
   EXPECT_TRUE(r.writes.empty());

@@ -15,6 +15,7 @@
 #include "tql/decode.h"
 #include "tql/errors.h"
 #include "tql/pattern.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -50,10 +51,10 @@ uint32_t required_uint(const tql::patch_t& object, int32_t number) {
 // The report's `date`: the value of an enum (whatever its enumeration), or
 // of a uint. Missing, null or another kind raises errors::tql.
 uint32_t schedule_kind(const tql::patch_t& report) {
-  const tql::property_t& p = report.property(kPropDate);
+  const tql::property_t& p = report.property(schema::kDate);
   const auto* kind = dynamic_cast<const tql::property_enum_t*>(&p);
   if (kind != nullptr && !kind->is_null) return kind->value.value;
-  return required_uint(report, kPropDate);
+  return required_uint(report, schema::kDate);
 }
 
 // An instance of the report as the first pass saw it.
@@ -71,19 +72,19 @@ class ReportTreatment {
   void run() {
     trace("Got a report, id=", report_.id);
     for (const tql::patch_t& child : report_.children) {
-      if (child.class_ == kReportInstanceClass) treat_instance(child);
+      if (child.class_ == schema::kReportInstance) treat_instance(child);
     }
     schedule();
     for (const tql::patch_t& child : report_.children) {
-      if (child.class_ == kReportOrderClass) treat_order(child);
+      if (child.class_ == schema::kReportOrder) treat_order(child);
     }
   }
 
  private:
   void treat_instance(const tql::patch_t& instance) {
     trace("  Got an instance, id=", instance.id);
-    const int64_t* order_time = valueOf<17>(instance, kPropOrderTime);
-    uint32_t worker = required_uint(instance, kPropWorkerNode);
+    const int64_t* order_time = valueOf<17>(instance, schema::kOrderTime);
+    uint32_t worker = required_uint(instance, schema::kWorkerNode);
     if (order_time != nullptr) by_order_time_.emplace(*order_time, SeenInstance{&instance, worker});
     if (worker != 0) {
       trace("Deleting partially generated report");
@@ -96,7 +97,7 @@ class ReportTreatment {
     }
     trace("Instance is completely generated");
     if (order_time != nullptr && *order_time > last_) last_ = *order_time;
-    const uint32_t* progress = valueOf<20>(instance, kPropProgress);
+    const uint32_t* progress = valueOf<20>(instance, schema::kProgress);
     if (progress == nullptr) {
       log("Progress not found in report issue " + instance.id.text());
       return;
@@ -117,10 +118,10 @@ class ReportTreatment {
     int64_t next = 0;
     if (date != kScheduleNone) {
       int64_t time = 0;
-      tql::decode_date(report_.property(kPropTime), time);
+      tql::decode_date(report_.property(schema::kTime), time);
       uint32_t frequency = 0;
       if (date == kScheduleWeekly || date == kScheduleMonthly) {
-        frequency = required_uint(report_, kPropFrequency);
+        frequency = required_uint(report_, schema::kFrequency);
       }
       try {
         next = calc_next_generation_time(last_, static_cast<int32_t>(date), time,
@@ -136,7 +137,7 @@ class ReportTreatment {
 
   void treat_order(const tql::patch_t& order) {
     trace("  Sporadic order, id=", order.id);
-    const tql::property_t& p = order.property(kPropOrderTime);
+    const tql::property_t& p = order.property(schema::kOrderTime);
     const auto* date = dynamic_cast<const tql::property_date_t*>(&p);
     TAVREL_ASSERT(date != nullptr, "checked_cast failed, property kind " +
                                        std::to_string(p.type()) +
@@ -177,7 +178,7 @@ class QueueActions : public ReportActions {
   }
   void set_progress(const tql::id_t& id, tql::version_t version, uint32_t progress) override {
     std::vector<tql::property_ptr> props;
-    props.emplace_back(tql::make_property<20>(kPropProgress, progress));
+    props.emplace_back(tql::make_property<20>(schema::kProgress, progress));
     tql::update_object(id, version, std::move(props), 0);
   }
   void schedule(const tql::id_t& report, tql::version_t version, int64_t next) override {
@@ -200,27 +201,28 @@ class QueueActions : public ReportActions {
 }  // namespace
 
 dbms::Tql_Select_Data report_subscription() {
-  auto domain = tql::make_pattern(kDomainClass, tql::kPatternNested);
-  auto report = tql::make_pattern(kReportClass, tql::kPatternAllProps | tql::kPatternBit4);
-  report = tql::add_next(std::move(report),
-                         tql::pattern_list(tql::make_pattern(kReportInstanceClass, tql::kPatternAllProps),
-                                           tql::make_pattern(kReportOrderClass, tql::kPatternAllProps)));
+  auto domain = tql::make_pattern(schema::kDomain, tql::kPatternNested);
+  auto report = tql::make_pattern(schema::kReport, tql::kPatternAllProps | tql::kPatternBit4);
+  report = tql::add_next(
+      std::move(report),
+      tql::pattern_list(tql::make_pattern(schema::kReportInstance, tql::kPatternAllProps),
+                        tql::make_pattern(schema::kReportOrder, tql::kPatternAllProps)));
   return subscription(tql::add_next(std::move(domain), std::move(report)), 5);
 }
 
 dbms::Tql_Select_Data mailing_subscription() {
-  auto sendto = tql::make_pattern(kReportSendToClass, tql::kPatternAllProps);
-  auto instance = tql::add_next(tql::make_pattern(kReportInstanceClass, 0), std::move(sendto));
-  auto report = tql::add_next(tql::make_pattern(kReportClass, 0), std::move(instance));
+  auto sendto = tql::make_pattern(schema::kReportSendTo, tql::kPatternAllProps);
+  auto instance = tql::add_next(tql::make_pattern(schema::kReportInstance, 0), std::move(sendto));
+  auto report = tql::add_next(tql::make_pattern(schema::kReport, 0), std::move(instance));
   return subscription(
-      tql::add_next(tql::make_pattern(kDomainClass, tql::kPatternNested), std::move(report)), 1);
+      tql::add_next(tql::make_pattern(schema::kDomain, tql::kPatternNested), std::move(report)), 1);
 }
 
 void treat_subscriptions(const tql::patch_t& object, ReportActions& actions) {
   for (const tql::patch_t& child : object.children) {
-    if (child.class_ == kDomainClass) {
+    if (child.class_ == schema::kDomain) {
       treat_subscriptions(child, actions);
-    } else if (child.class_ == kReportClass) {
+    } else if (child.class_ == schema::kReport) {
       ReportTreatment(child, actions).run();
     } else {
       log("treat_subscriptions got class " + tql::class_name(child.class_));

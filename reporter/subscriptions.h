@@ -14,20 +14,6 @@
 #include "tql/id.h"
 #include "tql/patch.h"
 
-// Class and property numbers the walk reads.
-inline constexpr int32_t kDomainClass = 3;
-inline constexpr int32_t kReportClass = 5;
-inline constexpr int32_t kReportInstanceClass = 38;
-inline constexpr int32_t kReportOrderClass = 63;
-inline constexpr int32_t kReportSendToClass = 62;
-inline constexpr int32_t kPropDate = 320;
-inline constexpr int32_t kPropTime = 319;
-inline constexpr int32_t kPropFrequency = 501;
-inline constexpr int32_t kPropMaxInstances = 322;
-inline constexpr int32_t kPropOrderTime = 328;
-inline constexpr int32_t kPropWorkerNode = 3309;
-inline constexpr int32_t kPropProgress = 315;
-
 // The report subscription: from the root domain, Domain (nested) → Report
 // (all properties, bit 4) → both ReportInstance and ReportOrder (all
 // properties); flags 5, least interval 15 seconds.

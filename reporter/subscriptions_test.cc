@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -57,25 +58,25 @@ void set(tql::patch_t& p, int32_t number, typename tql::kind_traits<K>::value_ty
 
 // A daily report at 10:00.
 tql::patch_t reportObject(uint32_t date = 1, tql::id_t id = {0, 1, 5}) {
-  tql::patch_t r = object(kReportClass, id, 7);
-  set<25>(r, kPropDate, tql::enum_value_t{0x1000a, date});
-  set<17>(r, kPropTime, 36000);
-  set<20>(r, kPropFrequency, 0);
+  tql::patch_t r = object(schema::kReport, id, 7);
+  set<25>(r, schema::kDate, tql::enum_value_t{0x1000a, date});
+  set<17>(r, schema::kTime, 36000);
+  set<20>(r, schema::kFrequency, 0);
   return r;
 }
 
 tql::patch_t instance(uint32_t n, uint32_t worker, std::optional<int64_t> order_time,
                       std::optional<uint32_t> progress = 100) {
-  tql::patch_t i = object(kReportInstanceClass, {0, 1, n}, n);
-  set<20>(i, kPropWorkerNode, worker);
-  if (order_time) set<17>(i, kPropOrderTime, *order_time);
-  if (progress) set<20>(i, kPropProgress, *progress);
+  tql::patch_t i = object(schema::kReportInstance, {0, 1, n}, n);
+  set<20>(i, schema::kWorkerNode, worker);
+  if (order_time) set<17>(i, schema::kOrderTime, *order_time);
+  if (progress) set<20>(i, schema::kProgress, *progress);
   return i;
 }
 
 tql::patch_t order(uint32_t n, int64_t order_time) {
-  tql::patch_t o = object(kReportOrderClass, {0, 1, n});
-  set<17>(o, kPropOrderTime, order_time);
+  tql::patch_t o = object(schema::kReportOrder, {0, 1, n});
+  set<17>(o, schema::kOrderTime, order_time);
   return o;
 }
 
@@ -85,7 +86,7 @@ std::vector<std::string> walk(const tql::patch_t& root, ActionRecorder& r) {
 }
 
 tql::patch_t domain_with(tql::patch_t child) {
-  tql::patch_t d = object(kDomainClass, tql::kRootId);
+  tql::patch_t d = object(schema::kDomain, tql::kRootId);
   d.children.push_back(std::move(child));
   return d;
 }
@@ -107,7 +108,7 @@ TEST(TreatSubscriptions, NewReportIsDueAtItsNextTimeAfterNow) {
 
 TEST(TreatSubscriptions, ScheduleKindNoneLaysNothingButServesOrders) {
   tql::patch_t r0 = reportObject(0);
-  r0.properties.erase(kPropTime);  // Not read for kind 0.
+  r0.properties.erase(schema::kTime);  // Not read for kind 0.
   r0.children.push_back(order(20, 1700000000));
   EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 1700000000", "delete 0.1.20"}),
             calls_for(std::move(r0)));
@@ -127,7 +128,7 @@ TEST(TreatSubscriptions, FinishedInstancesSetTheLastTimeAndGetTheirProgressRepai
 TEST(TreatSubscriptions, SteadyStateWritesNothing) {
   tql::patch_t r0 = reportObject(0);
   r0.children.push_back(instance(10, 0, k1000));
-  r0.children.push_back(object(kReportSendToClass, {0, 1, 40}));  // Neither pass looks at it.
+  r0.children.push_back(object(schema::kReportSendTo, {0, 1, 40}));  // Neither pass looks at it.
   EXPECT_TRUE(calls_for(std::move(r0)).empty());
 }
 
@@ -173,7 +174,7 @@ TEST(TreatSubscriptions, RefusedWritesAreSkipped) {
 }
 
 TEST(TreatSubscriptions, WalksNestedDomainsInOrderAndSkipsOtherClasses) {
-  tql::patch_t inner = object(kDomainClass, {0, 1, 2});
+  tql::patch_t inner = object(schema::kDomain, {0, 1, 2});
   inner.children.push_back(reportObject(1, {0, 1, 6}));
   tql::patch_t root = domain_with(reportObject(1, {0, 1, 5}));
   root.children.push_back(object(4, {0, 1, 3}));  // a Node: logged and skipped
@@ -187,16 +188,16 @@ TEST(TreatSubscriptions, WalksNestedDomainsInOrderAndSkipsOtherClasses) {
 TEST(TreatSubscriptions, MissingRequiredPropertiesRaise) {
   tql::patch_t no_worker = reportObject();
   no_worker.children.push_back(instance(10, 0, std::nullopt));
-  no_worker.children.back().properties.erase(kPropWorkerNode);
+  no_worker.children.back().properties.erase(schema::kWorkerNode);
   ActionRecorder r;
   EXPECT_THROW(walk(domain_with(no_worker), r), errors::tql);
 
   tql::patch_t no_time = reportObject();
-  no_time.properties.erase(kPropTime);
+  no_time.properties.erase(schema::kTime);
   EXPECT_THROW(walk(domain_with(no_time), r), errors::tql);
 
   tql::patch_t null_date = reportObject();
-  null_date.properties[kPropDate]->is_null = true;
+  null_date.properties[schema::kDate]->is_null = true;
   EXPECT_THROW(walk(domain_with(null_date), r), errors::tql);
   EXPECT_TRUE(r.calls.empty());
 }
@@ -210,8 +211,8 @@ TEST(TreatSubscriptions, AScheduleTheCalendarCantServeIsSkippedButOrdersAreServe
 
 TEST(TreatSubscriptionsDeathTest, AnOrderTimeThatIsNoDateIsFatal) {
   tql::patch_t r0 = reportObject(0);
-  tql::patch_t o = object(kReportOrderClass, {0, 1, 20});
-  set<20>(o, kPropOrderTime, 5);
+  tql::patch_t o = object(schema::kReportOrder, {0, 1, 20});
+  set<20>(o, schema::kOrderTime, 5);
   r0.children.push_back(std::move(o));
   ActionRecorder r;
   EXPECT_DEATH(walk(domain_with(std::move(r0)), r),
@@ -223,16 +224,16 @@ TEST(Subscriptions, ThePatternsOfTheTwoStandingSelects) {
   EXPECT_EQ(std::list<tql::id_t>{tql::kRootId}, reports.root_ids);
   EXPECT_EQ(5, reports.flags);
   EXPECT_EQ(15, reports.min_eval_interval);
-  EXPECT_EQ(kDomainClass, reports.pattern.class_);
+  EXPECT_EQ(schema::kDomain, reports.pattern.class_);
   EXPECT_EQ(1, reports.pattern.flags);
   ASSERT_EQ(1u, reports.pattern.next.size());
   const tql::pattern_t& r = reports.pattern.next[0];
-  EXPECT_EQ(kReportClass, r.class_);
+  EXPECT_EQ(schema::kReport, r.class_);
   EXPECT_EQ(6, r.flags);
   ASSERT_EQ(2u, r.next.size());
-  EXPECT_EQ(kReportInstanceClass, r.next[0].class_);
+  EXPECT_EQ(schema::kReportInstance, r.next[0].class_);
   EXPECT_EQ(2, r.next[0].flags);
-  EXPECT_EQ(kReportOrderClass, r.next[1].class_);
+  EXPECT_EQ(schema::kReportOrder, r.next[1].class_);
   EXPECT_EQ(2, r.next[1].flags);
 
   dbms::Tql_Select_Data mailing = mailing_subscription();
@@ -245,9 +246,10 @@ TEST(Subscriptions, ThePatternsOfTheTwoStandingSelects) {
     EXPECT_LE(p->next.size(), 1u);
     steps.emplace_back(p->class_, p->flags);
   }
-  EXPECT_EQ((std::vector<std::pair<int32_t, int32_t>>{
-                {kDomainClass, 1}, {kReportClass, 0}, {kReportInstanceClass, 0},
-                {kReportSendToClass, 2}}),
+  EXPECT_EQ((std::vector<std::pair<int32_t, int32_t>>{{schema::kDomain, 1},
+                                                      {schema::kReport, 0},
+                                                      {schema::kReportInstance, 0},
+                                                      {schema::kReportSendTo, 2}}),
             steps);
 }
 

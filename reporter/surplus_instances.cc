@@ -10,17 +10,18 @@
 #include "tql/decode.h"
 #include "tql/errors.h"
 #include "tql/pattern.h"
+#include "tql/schema.h"
 
 std::vector<const tql::patch_t*> surplus_instances(const tql::patch_t& report) {
-  const tql::property_t& max_property = report.property(kPropMaxInstances);
+  const tql::property_t& max_property = report.property(schema::kMaxInstances);
   if (max_property.is_null) return {};
   uint32_t max = 0;
   tql::decode_uint(max_property, max);
   std::vector<std::pair<int64_t, const tql::patch_t*>> dated;
   for (const tql::patch_t& child : report.children) {
-    if (child.class_ != kReportInstanceClass) continue;
+    if (child.class_ != schema::kReportInstance) continue;
     int64_t date = 0;
-    tql::decode_date(child.property(kPropDate), date);
+    tql::decode_date(child.property(schema::kDate), date);
     dated.emplace_back(date, &child);
   }
   std::stable_sort(dated.begin(), dated.end(),
@@ -32,8 +33,9 @@ std::vector<const tql::patch_t*> surplus_instances(const tql::patch_t& report) {
 
 void delete_surplus_instances(tql::id_t report_id) {
   try {
-    auto pattern = tql::add_next(tql::make_pattern(kReportClass, std::set<int32_t>{kPropMaxInstances}, 0),
-                                 tql::make_pattern(kReportInstanceClass, std::set<int32_t>{kPropDate}, 0));
+    auto pattern = tql::add_next(
+        tql::make_pattern(schema::kReport, std::set<int32_t>{schema::kMaxInstances}, 0),
+        tql::make_pattern(schema::kReportInstance, std::set<int32_t>{schema::kDate}, 0));
     std::unique_ptr<tql::patch_t> report =
         tql::select_one(report_id, std::move(pattern), 0, *queues::global_queue());
     if (!report) return;

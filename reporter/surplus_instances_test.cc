@@ -4,6 +4,7 @@
 
 #include "reporter/subscriptions.h"
 #include "tql/errors.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -11,15 +12,15 @@ namespace {
 // `dates`, numbered 0.1.10 on in that order.
 tql::patch_t report(std::optional<uint32_t> max, const std::vector<int64_t>& dates) {
   tql::patch_t r;
-  r.class_ = kReportClass;
-  auto p = tql::make_property<20>(kPropMaxInstances, max.value_or(0));
+  r.class_ = schema::kReport;
+  auto p = tql::make_property<20>(schema::kMaxInstances, max.value_or(0));
   p->is_null = !max.has_value();
   r.set_property(std::move(p));
   for (size_t i = 0; i < dates.size(); ++i) {
     tql::patch_t instance;
-    instance.class_ = kReportInstanceClass;
+    instance.class_ = schema::kReportInstance;
     instance.id = tql::id_t{0, 1, static_cast<uint32_t>(10 + i)};
-    instance.set_property(tql::make_property<17>(kPropDate, dates[i]));
+    instance.set_property(tql::make_property<17>(schema::kDate, dates[i]));
     r.children.push_back(std::move(instance));
   }
   return r;
@@ -47,10 +48,10 @@ TEST(SurplusInstances, NullKeepsAllAndExactlyTheLimitKeepsAll) {
 
 TEST(SurplusInstances, MissingValuesRaise) {
   tql::patch_t no_max = report(1, {1, 2});
-  no_max.properties.erase(kPropMaxInstances);
+  no_max.properties.erase(schema::kMaxInstances);
   EXPECT_THROW(surplus_instances(no_max), errors::tql);
   tql::patch_t no_date = report(1, {1, 2});
-  no_date.children[1].properties.erase(kPropDate);
+  no_date.children[1].properties.erase(schema::kDate);
   EXPECT_THROW(surplus_instances(no_date), errors::tql);
 }
 

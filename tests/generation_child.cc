@@ -14,7 +14,6 @@
 #include <sstream>
 #include <string>
 
-#include "analysis/walk_schema.h"
 #include "base/log.h"
 #include "host/test_child.h"
 #include "queues/childqueue.h"
@@ -22,6 +21,7 @@
 #include "queues/qdialog.h"
 #include "queues/tql_operations.h"
 #include "reporter/generation.h"
+#include "tql/schema.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ void generate(const std::string& entry) {
   std::getline(in, mode);
   const tql::id_t id = parseId(id_text);
   std::unique_ptr<tql::patch_t> report =
-      tql::get_object(id, walk::kReport, *queues::global_queue());
+      tql::get_object(id, schema::kReport, *queues::global_queue());
   tql::version_t version = report ? report->version : tql::version_t{};
   if (mode == "stale") version.first -= 1;
   const tql::id_t result =

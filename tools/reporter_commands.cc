@@ -9,6 +9,7 @@
 #include "reporter/schedule.h"
 #include "tools/commands.h"
 #include "tools/zone_arg.h"
+#include "tql/schema.h"
 
 namespace tools {
 namespace {
@@ -38,19 +39,20 @@ int next_generation_command(Args& args) {
 tql::patch_t periodReport(Args& args) {
   tql::patch_t report;
   report.class_ = 5;
-  report.set_property(tql::make_property<25>(kReportType, tql::enum_value_t{kReportTypeEnum, 1}));
+  report.set_property(
+      tql::make_property<25>(schema::kType, tql::enum_value_t{schema::kReportTypeEnum, 1}));
   if (const auto period = args.option("--period")) {
     const uint32_t value = static_cast<uint32_t>(Args::to_uint(*period));
     report.set_property(
-        tql::make_property<25>(kReportPeriod, tql::enum_value_t{kPeriodEnum, value}));
+        tql::make_property<25>(schema::kPeriod, tql::enum_value_t{schema::kPeriodEnum, value}));
   } else if (const auto start = args.option("--fixed")) {
     auto null = tql::make_property(25);
-    null->name = kReportPeriod;
+    null->name = schema::kPeriod;
     null->is_null = true;
     report.set_property(std::move(null));
-    report.set_property(tql::make_property<17>(kReportStartTime, Args::to_int(*start)));
+    report.set_property(tql::make_property<17>(schema::kStartTime, Args::to_int(*start)));
     report.set_property(
-        tql::make_property<17>(kReportDuration, Args::to_int(args.positional("DURATION"))));
+        tql::make_property<17>(schema::kDuration, Args::to_int(args.positional("DURATION"))));
   }
   return report;
 }

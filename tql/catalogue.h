@@ -11,9 +11,6 @@
 
 namespace tql {
 
-// Class numbers that the system itself names.
-inline constexpr int32_t kRootClass = 13;
-
 std::string class_name(int32_t class_number);
 std::string property_name(int32_t property_number);
 

@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include "tql/schema.h"
+
 namespace tql {
 namespace {
 
 TEST(CatalogueTest, ClassNames) {
   EXPECT_EQ("NodeInfoGroup", class_name(0));
-  EXPECT_EQ(".", class_name(kRootClass));
+  EXPECT_EQ(".", class_name(schema::kRootClass));
   EXPECT_EQ("ReportSendTo", class_name(62));
   EXPECT_EQ("GraphicalViewNode", class_name(94));
   EXPECT_EQ("<unknown class: 78>", class_name(78));

@@ -23,10 +23,6 @@ inline constexpr int32_t kIncidentLog = 4;   // incident records
 inline constexpr int32_t kContinuous = 5;    // continuous records
 inline constexpr int32_t kAccumulation = 6;  // continuous records
 
-// Series of an object, by property number.
-inline constexpr int32_t kTsdbIndex = 2600;     // The object's measured series.
-inline constexpr int32_t kTsdbIncident = 2601;  // Its incident log.
-
 class data_interval_t {
  public:
   // The class number: 1 incident, 2 continuous, 3 enum.

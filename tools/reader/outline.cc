@@ -2,16 +2,18 @@
 
 #include <cstdio>
 
+#include "tql/schema.h"
+
 namespace tools {
 namespace {
 
 const char* folder_word(uint32_t type) {
   switch (type) {
-    case report::kFolderExplanation: return "explanation";
-    case report::kFolderNode: return "node";
-    case report::kFolderDomain: return "domain";
-    case report::kFolderCheck: return "check";
-    case report::kFolderSubSection: return "section";
+    case schema::kFolderExplanation: return "explanation";
+    case schema::kFolderNode: return "node";
+    case schema::kFolderDomain: return "domain";
+    case schema::kFolderCheck: return "check";
+    case schema::kFolderSubSection: return "section";
     default: return nullptr;
   }
 }

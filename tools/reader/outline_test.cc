@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "report/fake_report.h"
+#include "tql/schema.h"
 
 namespace tools {
 namespace {
@@ -24,12 +25,12 @@ std::string outline(std::vector<fake::Item> items, const GraphDetails& details =
 }
 
 TEST(OutlineTest, EveryKindOfItemOnItsOwnLine) {
-  fake::Item check = fake::folder(report::kFolderCheck, "HTTP",
-                                  {fake::row("Availability", "99 %", "id.web1"),
-                                   fake::commented(fake::graph("HTTP"), "in seconds"),
-                                   fake::log("Incidents", {{report::kSeverityAlert, "down", 7},
-                                                           {3, "odd", 8}})});
-  fake::Item node = fake::folder(report::kFolderNode, "web1", {fake::row("", "single")}, {check});
+  fake::Item check =
+      fake::folder(schema::kFolderCheck, "HTTP",
+                   {fake::row("Availability", "99 %", "id.web1"),
+                    fake::commented(fake::graph("HTTP"), "in seconds"),
+                    fake::log("Incidents", {{report::kSeverityAlert, "down", 7}, {3, "odd", 8}})});
+  fake::Item node = fake::folder(schema::kFolderNode, "web1", {fake::row("", "single")}, {check});
   EXPECT_EQ(
       "instance \"Weekly\" start 100 duration 50 generated 200 by \"Tavrel 5.2\"\n"
       "  text \"Hello\"\n"
@@ -48,7 +49,7 @@ TEST(OutlineTest, EveryKindOfItemOnItsOwnLine) {
 
 TEST(OutlineTest, SubSectionsNestAndUnknownTypesShowTheirNumber) {
   fake::Item section =
-      fake::folder(report::kFolderSubSection, "Downtime", {fake::row("", "Mon 8-18")});
+      fake::folder(schema::kFolderSubSection, "Downtime", {fake::row("", "Mon 8-18")});
   fake::Item odd = fake::folder(9, "odd");
   EXPECT_EQ(
       "instance \"Weekly\" start 100 duration 50 generated 200 by \"Tavrel 5.2\"\n"
@@ -58,15 +59,15 @@ TEST(OutlineTest, SubSectionsNestAndUnknownTypesShowTheirNumber) {
       "      row \"\" \"Mon 8-18\"\n"
       "  folder type 9 \"odd\" anchor id.odd\n"
       "  unknown item\n",
-      outline({fake::commented(fake::folder(report::kFolderExplanation, "Why", {section}), "a\nb"),
+      outline({fake::commented(fake::folder(schema::kFolderExplanation, "Why", {section}), "a\nb"),
                odd, fake::stranger()}));
 }
 
 TEST(OutlineTest, ItemsAreDroppedAsSoonAsTheyArePrinted) {
   std::vector<fake::Item> rows(20, fake::row("l", "v"));
-  fake::Item deep = fake::folder(report::kFolderCheck, "c", rows);
+  fake::Item deep = fake::folder(schema::kFolderCheck, "c", rows);
   fake::reset_peak();
-  outline({fake::folder(report::kFolderDomain, "d", rows, {deep}), fake::text("t")});
+  outline({fake::folder(schema::kFolderDomain, "d", rows, {deep}), fake::text("t")});
   EXPECT_EQ(0, fake::alive());
   // At the deepest: the instance's two items, the domain's one subfolder and
   // the check's 20 rows; the domain's rows are gone by then.
