@@ -61,7 +61,7 @@ std::string targetText(const tql::patch_t& rule, const std::map<tql::id_t, tql::
 void writeEntry(RowSink& rows, const tql::id_t& folder, const tql::patch_t& entry,
                 const std::map<tql::id_t, tql::patch_t>& targets) {
   if (entry.class_ == schema::kLogCheckRuleComment) {
-    if (const tql::property_t* text = setProperty(entry, schema::kText)) {
+    if (const tql::property_t* text = entry.find_set_property(schema::kText)) {
       std::string value;
       tql::decode_string_or_text(*text, value);
       rows.row(folder, "", "# " + value, {});

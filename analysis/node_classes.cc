@@ -10,11 +10,11 @@ namespace {
 void collect(const tql::patch_t& object, NodeClassCatalogue& catalogue) {
   if (object.class_ == schema::kNodeClass) {
     NodeClassRecord record;
-    if (const tql::property_t* p = setProperty(object, schema::kAutoPromote)) {
+    if (const tql::property_t* p = object.find_set_property(schema::kAutoPromote)) {
       tql::decode_boolean(*p, record.autoPromote);
     }
     tql::object_set_t parents;
-    if (const tql::property_t* p = setProperty(object, schema::kInheritsFrom)) {
+    if (const tql::property_t* p = object.find_set_property(schema::kInheritsFrom)) {
       tql::decode_object_set(*p, parents);
     }
     for (const auto& [parent, origin] : parents) {

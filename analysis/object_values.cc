@@ -2,13 +2,8 @@
 
 #include "tql/decode.h"
 
-const tql::property_t* setProperty(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = object.find_property(number);
-  return p != nullptr && !p->is_null ? p : nullptr;
-}
-
 std::string stringOr(const tql::patch_t& object, int32_t number, const std::string& fallback) {
-  const tql::property_t* p = setProperty(object, number);
+  const tql::property_t* p = object.find_set_property(number);
   if (p == nullptr) return fallback;
   std::string out;
   tql::decode_string(*p, out);
@@ -16,7 +11,7 @@ std::string stringOr(const tql::patch_t& object, int32_t number, const std::stri
 }
 
 double scalarOr(const tql::patch_t& object, int32_t number, double fallback) {
-  const tql::property_t* p = setProperty(object, number);
+  const tql::property_t* p = object.find_set_property(number);
   if (p == nullptr) return fallback;
   double out = fallback;
   tql::decode_scalar(*p, out);

@@ -11,10 +11,6 @@
 // The value that stands for a number that isn't set.
 inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-// The property when the object has it and it is not null, else null. The
-// patch keeps ownership.
-const tql::property_t* setProperty(const tql::patch_t& object, int32_t number);
-
 // The string value of a set property, or `fallback` when the property is
 // absent or null. Raises errors::tql (code 9) for a property of another kind.
 std::string stringOr(const tql::patch_t& object, int32_t number, const std::string& fallback);

@@ -16,7 +16,7 @@ struct LabelledProperty {
 };
 
 inline bool isSet(const tql::patch_t& object, int32_t number) {
-  return setProperty(object, number) != nullptr;
+  return object.find_set_property(number) != nullptr;
 }
 
 // The value of a property of kind K that is not null; nothing for a null

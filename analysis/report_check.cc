@@ -76,7 +76,8 @@ void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSe
   }
   const int32_t dataType = reply.data_type;
   unit.clear();
-  if (const tql::property_t* p = setProperty(object, schema::kUnit)) tql::decode_blob(*p, unit);
+  if (const tql::property_t* p = object.find_set_property(schema::kUnit))
+    tql::decode_blob(*p, unit);
   rangeMin = scalarOr(object, schema::kRangeMin, kNaN);
   rangeMax = scalarOr(object, schema::kRangeMax, kNaN);
   if (issue->wantSummary && dataType != tsdb::kIncidentLog) {

@@ -9,13 +9,13 @@ namespace {
 
 tql::object_set_t objectSet(const tql::patch_t& object, int32_t number) {
   tql::object_set_t out;
-  if (const tql::property_t* p = setProperty(object, number)) tql::decode_object_set(*p, out);
+  if (const tql::property_t* p = object.find_set_property(number)) tql::decode_object_set(*p, out);
   return out;
 }
 
 // A path's elements; a property of another kind is a damaged stored value.
 std::list<std::string> path(const tql::patch_t& selection) {
-  const tql::property_t* p = setProperty(selection, schema::kContains);
+  const tql::property_t* p = selection.find_set_property(schema::kContains);
   if (p == nullptr) return {};
   const auto* list = dynamic_cast<const tql::property_string_list_t*>(p);
   if (list == nullptr) {

@@ -20,7 +20,7 @@ ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelect
     }
     return tree;
   }
-  const tql::property_t* contains = setProperty(report, schema::kContains);
+  const tql::property_t* contains = report.find_set_property(schema::kContains);
   if (contains == nullptr) {
     if (log_tracing()) log("Unable to find contents of template", kLogTrace);
     return tree;

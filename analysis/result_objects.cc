@@ -76,7 +76,7 @@ tql::id_t addText(const tql::id_t& parent, const std::string& text) {
 void addPropertyRow(const tql::id_t& parent, const std::string& label, const tql::patch_t& object,
                     int32_t property, bool useDefault, const std::string& defaultText,
                     const tql::id_t& origin) {
-  const tql::property_t* p = setProperty(object, property);
+  const tql::property_t* p = object.find_set_property(property);
   if (p == nullptr) {
     if (useDefault) addRow(parent, label, defaultText, origin);
     return;
@@ -89,7 +89,8 @@ void addPropertyRow(const tql::id_t& parent, const std::string& label, const tql
 void addPropertyRowIfSet(const tql::id_t& parent, const std::string& label,
                          const tql::patch_t& object, int32_t property, const tql::id_t& origin) {
   if (log_tracing()) {
-    log((setProperty(object, property) != nullptr ? "Existing property " : "Non-existing property ") +
+    log((object.find_set_property(property) != nullptr ? "Existing property "
+                                                       : "Non-existing property ") +
             tql::property_name(property),
         kLogTrace);
   }

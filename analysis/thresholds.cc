@@ -14,7 +14,7 @@
 namespace {
 
 double scalarOrNaN(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = setProperty(object, number);
+  const tql::property_t* p = object.find_set_property(number);
   double v = kNaN;
   if (p != nullptr) tql::decode_scalar(*p, v);
   return v;
@@ -83,7 +83,7 @@ Frequency checkFrequency(const tql::patch_t& check) {
 uint32_t deltaSetUnknown(const tql::patch_t& check, double alertAbove) {
   const uint32_t checkFreq = checkFrequency(check).seconds;
   uint32_t extra = 0;
-  if (setProperty(check, schema::kRemoteType) != nullptr) {
+  if (check.find_set_property(schema::kRemoteType) != nullptr) {
     extra = (alertAbove > 0 ? clampToUint32(alertAbove / 1000.0) : 0) + 10;
   }
   const uint32_t delta = 2u * checkFreq + extra;

@@ -14,15 +14,10 @@ namespace grapher {
 
 namespace {
 
-const tql::property_t* present(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = object.find_property(number);
-  return p == nullptr || p->is_null ? nullptr : p;
-}
-
 // A numeric property as a double; absent, null and non-numeric ones give
 // nothing.
 std::optional<double> numberOf(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = present(object, number);
+  const tql::property_t* p = object.find_set_property(number);
   if (p == nullptr) return std::nullopt;
   switch (p->type()) {
     case tql::property_real_t::kKind:
@@ -44,7 +39,7 @@ double numberOr(const tql::patch_t& object, int32_t number, double otherwise) {
 
 // A string or blob property's bytes.
 std::optional<std::string> bytesOf(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = present(object, number);
+  const tql::property_t* p = object.find_set_property(number);
   if (p == nullptr) return std::nullopt;
   if (p->type() == tql::property_string_t::kKind) {
     return static_cast<const tql::property_string_t*>(p)->value;
@@ -150,7 +145,7 @@ void convertSeries(ContinuousSeries& series, const Unit& display) {
 void generate_check_image(Graph& graph, const tql::patch_t& graphObject, int32_t dataType,
                           const std::vector<tsdb::interval_ptr>& records) {
   const Unit stored = unitOf(graphObject, schema::kUnit);
-  Unit display = present(graphObject, schema::kPreferredUnit)
+  Unit display = graphObject.find_set_property(schema::kPreferredUnit)
                      ? unitOf(graphObject, schema::kPreferredUnit)
                      : stored;
   if (auto binary = numberOf(graphObject, schema::kPreferredBinary)) {

@@ -10,12 +10,6 @@
 namespace report::stored {
 namespace {
 
-// The property when it is there and not null.
-const tql::property_t* present(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = object.find_property(number);
-  return p == nullptr || p->is_null ? nullptr : p;
-}
-
 template <class Kind>
 const Kind* as(const tql::property_t* p) {
   return p != nullptr && p->type() == Kind::kKind ? static_cast<const Kind*>(p) : nullptr;
@@ -25,12 +19,12 @@ const Kind* as(const tql::property_t* p) {
 
 std::string text_of(const tql::patch_t& object, int32_t number) {
   std::string out;
-  if (const tql::property_t* p = present(object, number)) tql::decode_string(*p, out);
+  if (const tql::property_t* p = object.find_set_property(number)) tql::decode_string(*p, out);
   return out;
 }
 
 bool flag_of(const tql::patch_t& object, int32_t number) {
-  const tql::property_t* p = present(object, number);
+  const tql::property_t* p = object.find_set_property(number);
   if (const auto* b = as<tql::property_boolean_t>(p)) return b->value;
   if (const auto* u = as<tql::property_uint_t>(p)) return u->value != 0;
   if (const auto* i = as<tql::property_int_t>(p)) return i->value != 0;
@@ -49,19 +43,20 @@ int64_t seconds_of(const tql::patch_t& object, int32_t number) {
 }
 
 std::optional<uint32_t> order_of(const tql::patch_t& object) {
-  if (const auto* u = as<tql::property_uint_t>(present(object, schema::kOrder))) return u->value;
+  if (const auto* u = as<tql::property_uint_t>(object.find_set_property(schema::kOrder)))
+    return u->value;
   return std::nullopt;
 }
 
 std::optional<uint32_t> folder_type_of(const tql::patch_t& object) {
-  const auto* e = as<tql::property_enum_t>(present(object, schema::kFolderType));
+  const auto* e = as<tql::property_enum_t>(object.find_set_property(schema::kFolderType));
   if (e == nullptr || (e->value.enum_type & 0x1ffff) != schema::kFolderTypeEnum)
     return std::nullopt;
   return e->value.value;
 }
 
 std::string origin_of(const tql::patch_t& object) {
-  const tql::property_t* p = present(object, schema::kOriginNode);
+  const tql::property_t* p = object.find_set_property(schema::kOriginNode);
   if (p == nullptr) return "";
   tql::id_t id;
   tql::decode_object(*p, id);

@@ -129,7 +129,7 @@ bool GenerationRun::close() {
   addDate(p, schema::kGenerated, generated_);
   if (!analysis_failed_) {
     bool autoPublish = true;
-    if (const tql::property_t* q = setProperty(*report_, schema::kAutoPublish)) {
+    if (const tql::property_t* q = report_->find_set_property(schema::kAutoPublish)) {
       tql::decode_boolean(*q, autoPublish);
     }
     p.emplace_back(tql::make_boolean_property(schema::kPublic, autoPublish));

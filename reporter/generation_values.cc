@@ -18,7 +18,7 @@ void readReportFlags(const tql::patch_t& report, ReportFlags& flags) {
 
 zone_t reportZone(const tql::patch_t& report) {
   const auto* zone =
-      dynamic_cast<const tql::property_int_t*>(setProperty(report, schema::kTimeZone));
+      dynamic_cast<const tql::property_int_t*>(report.find_set_property(schema::kTimeZone));
   return timeZoneValue(zone != nullptr ? zone->value : kEnvironmentZone);
 }
 
@@ -45,7 +45,7 @@ std::vector<std::string> splitAddresses(const std::string& text) {
 }
 
 std::vector<std::string> destinationAddresses(const tql::patch_t& report) {
-  const tql::property_t* p = setProperty(report, schema::kDestination);
+  const tql::property_t* p = report.find_set_property(schema::kDestination);
   if (p == nullptr) return {};
   if (const auto* list = dynamic_cast<const tql::property_string_list_t*>(p)) {
     std::vector<std::string> out;

@@ -39,7 +39,7 @@ std::unique_ptr<tql::pattern_t> definitionPattern(const tql::id_t& report_id) {
 
 // A ReportText's `type`: 0 opening, 1 closing, anything else ignored.
 void takeText(const tql::patch_t& text, ReportDefinition& definition) {
-  const tql::property_t* type = setProperty(text, schema::kType);
+  const tql::property_t* type = text.find_set_property(schema::kType);
   if (type == nullptr) return;
   uint32_t value = 0;
   tql::decode_enum(*type, schema::kReportTextTypeEnum, value);

@@ -140,6 +140,18 @@ TEST(PatchTest, PropertyAccess) {
   EXPECT_EQ("6: Property longLabel not found in class Report", failure([&] { p.property(54); }));
 }
 
+TEST(PatchTest, SetPropertyIsPresentAndNotNull) {
+  patch_t p;
+  p.set_property(make_string_property(51, "weekly"));
+  auto null_label = make_string_property(54, "");
+  null_label->is_null = true;
+  p.set_property(std::move(null_label));
+  EXPECT_EQ(p.find_property(51), p.find_set_property(51));
+  ASSERT_NE(nullptr, p.find_property(54));
+  EXPECT_EQ(nullptr, p.find_set_property(54));
+  EXPECT_EQ(nullptr, p.find_set_property(53));
+}
+
 TEST(ErrorsTest, CodeTextsAndGivenTexts) {
   EXPECT_EQ("Someone else has updated the object", errors::tql(3).text());
   EXPECT_EQ("Unknown error", errors::tql(13).text());

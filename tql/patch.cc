@@ -10,6 +10,11 @@ const property_t* patch_t::find_property(int32_t number) const {
   return it == properties.end() ? nullptr : it->second.get();
 }
 
+const property_t* patch_t::find_set_property(int32_t number) const {
+  const property_t* p = find_property(number);
+  return p != nullptr && !p->is_null ? p : nullptr;
+}
+
 const property_t& patch_t::property(int32_t number) const {
   const property_t* p = find_property(number);
   if (p == nullptr) {

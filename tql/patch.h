@@ -37,6 +37,9 @@ struct patch_t {
 
   // The property with that number, or null. The patch keeps ownership.
   const property_t* find_property(int32_t number) const;
+  // The property with that number when the patch has it and it isn't null;
+  // else null. The patch keeps ownership.
+  const property_t* find_set_property(int32_t number) const;
   // The property with that number. Raises errors::tql code 6 "Property NAME
   // not found in class CLASS" when the patch hasn't got it.
   const property_t& property(int32_t number) const;
