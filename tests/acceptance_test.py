@@ -22,7 +22,6 @@ import json
 import os
 import re
 import signal
-import socket
 import subprocess
 import sys
 import tempfile
@@ -30,6 +29,8 @@ import threading
 import time
 
 from cases import case, finish
+from dump import value
+from ports import free_port
 from run_results import RunResults, clean
 
 host, reporter, tool, resources = sys.argv[1:5]
@@ -38,10 +39,6 @@ base_world = json.load(open(os.path.join(here, "worlds", "acceptance.json")))
 
 T0 = 1700006400  # 2023-11-15 00:00 UTC, the start of the data
 W = T0 + 20000   # the order time of every report
-
-
-def value(v):
-    return list(v.values())[0]
 
 
 def world(nodes=1, reports=(), faults=None, mail_server=None, unit=None, good_nodes=0, texts=()):
@@ -163,15 +160,6 @@ def served(run, check, rid, done=True, number=1):
     if done:
         check(("Generation of report number %d done." % number in [m for _, m in run.incidents(rid)]),
               "%s: incidents %r" % (rid, run.incidents(rid)))
-
-
-def free_port():
-    """A port of 127.0.0.1 on which nothing listens (bound, then let go)."""
-    s = socket.socket()
-    s.bind(("127.0.0.1", 0))
-    port = s.getsockname()[1]
-    s.close()
-    return port
 
 
 class MailServer:

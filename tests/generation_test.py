@@ -16,6 +16,8 @@ import subprocess
 import sys
 import tempfile
 
+from dump import prop_value
+
 host, generation_child, reporter, tests_dir = sys.argv[1:5]
 BASE = json.load(open(os.path.join(tests_dir, "worlds", "generation.json")))
 D0 = 1699830000          # 2023-11-13 00:00 in Copenhagen
@@ -87,11 +89,6 @@ def find(obj, oid):
     return None
 
 
-def value(obj, name):
-    v = obj.get("props", {}).get(name)
-    return None if v is None else list(v.values())[0]
-
-
 def instances(dump, rid):
     r = find(dump["objects"], rid)
     return [c for c in (r or {}).get("children", []) if c["class"] == "ReportInstance"]
@@ -110,10 +107,10 @@ def folder_names(instance, folder_type=None):
     """Names of the domain, node and check folders below the instance in
     display order (`order`); the explanation section and sub-sections, which
     the summary rows add, are left out."""
-    folders = sorted(descendants(instance, "ReportResultFolder"), key=lambda f: value(f, "order"))
-    return [value(f, "name") for f in folders
-            if value(f, "folderType")[1] in (1, 2, 3)
-            and (folder_type is None or value(f, "folderType")[1] == folder_type)]
+    folders = sorted(descendants(instance, "ReportResultFolder"), key=lambda f: prop_value(f, "order"))
+    return [prop_value(f, "name") for f in folders
+            if prop_value(f, "folderType")[1] in (1, 2, 3)
+            and (folder_type is None or prop_value(f, "folderType")[1] == folder_type)]
 
 
 def series(dump, owner, prop):
@@ -162,25 +159,25 @@ check(folder_names(inst) == ["Root", "Ops", "alpha.example", "Disk on alpha", "H
                              "mid.example", "Syslog on mid", "zeta.example", "Load on zeta",
                              "HTTP on zeta", "Sub", "beta.example", "HTTP on beta"],
       "folders in order: %r" % folder_names(inst))
-zeta = next(f for f in descendants(inst, "ReportResultFolder") if value(f, "name") == "zeta.example")
-check([value(c, "name") for c in zeta["children"] if c["class"] == "ReportResultFolder"]
+zeta = next(f for f in descendants(inst, "ReportResultFolder") if prop_value(f, "name") == "zeta.example")
+check([prop_value(c, "name") for c in zeta["children"] if c["class"] == "ReportResultFolder"]
       == ["Load on zeta", "HTTP on zeta"],
       "check folders lie directly under the node's folder")
-check(value(zeta, "originNode") == "0.1.20", "a node folder refers to its node")
-check([value(inst, k) for k in ("workerNode", "progress", "public", "order", "startTime",
+check(prop_value(zeta, "originNode") == "0.1.20", "a node folder refers to its node")
+check([prop_value(inst, k) for k in ("workerNode", "progress", "public", "order", "startTime",
                                 "duration", "orderTime", "issueNode", "name")]
       == [0, 100, True, 1, D0, 86400, ORDER, "0.1", "R0.1.10"],
       "instance properties %r" % inst.get("props"))
 rep = find(dump["objects"], "0.1.10")
-check(value(rep, "order") == 1 and value(rep, "progress") == 0, "report order and progress")
-check(value(rep, "lastGenerated") == value(inst, "generated"), "lastGenerated is generated")
+check(prop_value(rep, "order") == 1 and prop_value(rep, "progress") == 0, "report order and progress")
+check(prop_value(rep, "lastGenerated") == prop_value(inst, "generated"), "lastGenerated is generated")
 check(incidents(dump, "0.1.10") == [(1, "Generation of report number 1 initiated."),
                                     (1, "Generation of report number 1 done.")],
       "incidents %r" % incidents(dump, "0.1.10"))
 graphs = descendants(inst, "ReportResultGraph")
 check(len(graphs) == 5 and all(series(dump, g["id"], "tsdbIndex") for g in graphs),
       "each graph has its chart series")
-syslog = next(f for f in descendants(inst, "ReportResultFolder") if value(f, "name") == "Syslog on mid")
+syslog = next(f for f in descendants(inst, "ReportResultFolder") if prop_value(f, "name") == "Syslog on mid")
 logs = descendants(syslog, "ReportResultLog")
 check(len(logs) == 1 and [r[1] for r in series(dump, logs[0]["id"], "tsdbIncident")["records"]]
       == ["disk full", "disk ok"], "a log check's log holds its lines")
@@ -189,12 +186,12 @@ check("log: Done generating report .: Label 0.1.10" in log, "done line")
 
 # A stale version creates nothing and writes no incident.
 check(instances(dump, "0.1.11") == [] and incidents(dump, "0.1.11") == [], "stale order")
-check(value(find(dump["objects"], "0.1.11"), "order") == 0 and results.get("0.1.11") == "",
+check(prop_value(find(dump["objects"], "0.1.11"), "order") == 0 and results.get("0.1.11") == "",
       "stale order leaves the report")
 
 # No selection and a null contains: aborted, the instance left unfinished.
 inst = the_instance(dump, "0.1.12", "aborted")
-check(value(inst, "workerNode") == 1 and folder_names(inst) == [], "aborted instance")
+check(prop_value(inst, "workerNode") == 1 and folder_names(inst) == [], "aborted instance")
 check(incidents(dump, "0.1.12") == [(1, "Generation of report number 1 initiated."),
                                     (4, "Generation of report number 1 aborted. "
                                         "Unable to find template content.")],
@@ -224,8 +221,8 @@ check(folder_names(the_instance(dump, "0.1.18", "overview")) == ["Root", "Ops", 
 
 # Period 5 starts at the first sample found.
 inst = the_instance(dump, "0.1.19", "period 5")
-check(value(inst, "startTime") == D0 + 3600 and value(inst, "duration") == ORDER - D0 - 3600,
-      "period 5: %r %r" % (value(inst, "startTime"), value(inst, "duration")))
+check(prop_value(inst, "startTime") == D0 + 3600 and prop_value(inst, "duration") == ORDER - D0 - 3600,
+      "period 5: %r %r" % (prop_value(inst, "startTime"), prop_value(inst, "duration")))
 
 # A report in a subdomain covers only that domain and logs its path.
 check(folder_names(the_instance(dump, "0.1.60", "subdomain"), 1) == ["beta.example"],
@@ -255,8 +252,8 @@ cases += 1
 dump, log, results = run([report("0.1.10", ["0.1.2"])], "0.1.10@%d" % ORDER,
                          faults={"fail_create": ["ReportResultGraph"]})
 inst = the_instance(dump, "0.1.10", "failed analysis")
-check(value(inst, "workerNode") == 0 and value(inst, "progress") == 100
-      and value(inst, "public") is None, "failed analysis instance %r" % inst.get("props"))
+check(prop_value(inst, "workerNode") == 0 and prop_value(inst, "progress") == 100
+      and prop_value(inst, "public") is None, "failed analysis instance %r" % inst.get("props"))
 check(incidents(dump, "0.1.10") == [(1, "Generation of report number 1 initiated."),
                                     (4, "Analysis of report number 1 failed.")],
       "failed analysis incidents %r" % incidents(dump, "0.1.10"))
@@ -274,8 +271,8 @@ dump, log, results = run([report("0.1.10", ["0.1.4", "0.1.21"])], "0.1.10@%d" % 
 inst = the_instance(dump, "0.1.10", "selector failure")
 check(folder_names(inst, 1) == ["alpha.example"], "selector failure: %r" % folder_names(inst))
 check("log: Cannot select old style checks: " in log, "selector failure logged")
-check(value(find(dump["objects"], "0.1.10"), "progress") == 50,
-      "progress %r" % value(find(dump["objects"], "0.1.10"), "progress"))
+check(prop_value(find(dump["objects"], "0.1.10"), "progress") == 50,
+      "progress %r" % prop_value(find(dump["objects"], "0.1.10"), "progress"))
 check(incidents(dump, "0.1.10")[-1] == (4, "Generation of report failed: Injected failure: "
                                            "updates of ReportInstance fail"),
       "failure handler incident %r" % incidents(dump, "0.1.10"))
@@ -289,8 +286,8 @@ dump, log, results = run([ordered], "", child=reporter)
 inst = the_instance(dump, "0.1.10", "ordered")
 check([c["class"] for c in find(dump["objects"], "0.1.10")["children"]] == ["ReportInstance"],
       "the order is carried out and deleted")
-check(value(inst, "workerNode") == 0 and value(inst, "public") is True
-      and value(inst, "orderTime") == ORDER and value(inst, "startTime") == D0,
+check(prop_value(inst, "workerNode") == 0 and prop_value(inst, "public") is True
+      and prop_value(inst, "orderTime") == ORDER and prop_value(inst, "startTime") == D0,
       "ordered instance %r" % inst.get("props"))
 check(folder_names(inst, 1) == ["alpha.example", "mid.example", "zeta.example", "beta.example"],
       "ordered nodes %r" % folder_names(inst, 1))

@@ -34,7 +34,8 @@ import time
 from email.utils import parseaddr
 
 from cases import case, finish
-from dump import objects_by_id
+from dump import objects_by_id, value
+from ports import free_port
 
 host, reporter, tool, resources, tests_dir, smtp_peer = sys.argv[1:7]
 sys.path.insert(0, os.path.dirname(smtp_peer))
@@ -46,16 +47,6 @@ FIRST, SECOND, KEPT = "0.1.120", "0.1.130", "0.1.20"  # the reports
 KEPT_INSTANCE = "0.1.30"  # the finished instance of report_world.json
 FIRST_ZONE = 3600  # timeZone of First and Second (mail.json)
 KEPT_ZONE = -18000  # timeZone given to the grafted report
-
-
-def value(v):
-    return list(v.values())[0]
-
-
-def free_port():
-    with socket.socket() as s:
-        s.bind(("127.0.0.1", 0))
-        return s.getsockname()[1]
 
 
 def wait_for_port(port, proc):

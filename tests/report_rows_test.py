@@ -21,7 +21,7 @@ import sys
 import tempfile
 
 from cases import case, finish
-from dump import objects_by_id
+from dump import objects_by_id, value
 
 host, reporter = sys.argv[1], sys.argv[2]
 here = os.path.dirname(os.path.abspath(__file__))
@@ -31,11 +31,6 @@ T0 = 1700006400  # 2023-11-15 00:00:00 UTC, the start of the fixed period
 HOURS4 = 14400
 W = T0 + 20000  # the order time of every report: 2023-11-15 05:33:20
 PERIOD = "2023-11-15 00:00:00 to 2023-11-15 04:00:00"
-
-
-def value(v):
-    """The plain value of a dumped typed value."""
-    return list(v.values())[0]
 
 
 def report(kind, **props):

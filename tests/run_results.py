@@ -4,6 +4,8 @@ messenger's FIFO directory is left in the run's TMPDIR."""
 import json
 import os
 
+from dump import objects_by_id
+
 
 class RunResults:
     def read_results(self, tmpdir, log_file, dump_file):
@@ -19,14 +21,7 @@ class RunResults:
 
     def objects(self):
         """Every object of the dump by id."""
-        found = {}
-
-        def walk(o):
-            found[o["id"]] = o
-            for c in o.get("children", []):
-                walk(c)
-        walk(self.dump["objects"])
-        return found
+        return objects_by_id(self.dump)
 
 
 def clean(run, check):
