@@ -39,10 +39,10 @@ void report_unknown_destination(const tql::id_t& report_id, uint32_t order,
   }
 }
 
-// False only when the job is known to be gone.
-bool still_stored(const tql::patch_t& job, MailingBackend& backend) {
+// False only when the job is known not to be due.
+bool due(const tql::patch_t& instance, const tql::patch_t& job, MailingBackend& backend) {
   try {
-    return backend.job_stored(job.id);
+    return backend.job_due(instance.id, job.id, job.version);
   } catch (const errors::tql& e) {
     trace("Could not look up ReportSendTo job, serving it: " + e.text());
     return true;
@@ -55,8 +55,8 @@ void treat_send_jobs(const tql::patch_t& report, MailingBackend& backend) {
   for (const tql::patch_t& instance : report.children) {
     const uint32_t order = order_of(instance);
     for (const tql::patch_t& job : instance.children) {
-      if (!still_stored(job, backend)) {
-        trace("ReportSendTo job " + job.id.text() + " is gone, skipping.");
+      if (!due(instance, job, backend)) {
+        trace("ReportSendTo job " + job.id.text() + " is not due, skipping.");
         continue;
       }
       if (const auto* list = destination_of(job)) {

@@ -26,10 +26,16 @@ class MailingBackend {
   virtual void incident(const tql::id_t& report_id, uint32_t severity, const std::string& text) = 0;
   // Deletes the job. May raise errors::tql.
   virtual void delete_job(const tql::id_t& id, tql::version_t version) = 0;
-  // Whether the job is still stored. A reply that the database sent while
-  // an earlier reply waited in our queue still shows the jobs that the
-  // earlier one served and deleted. May raise errors::tql.
-  virtual bool job_stored(const tql::id_t& id) = 0;
+  // Whether the job is due now: stored still, at `version` (the one the
+  // reply showed), under an instance whose generation is finished. A reply
+  // that the database made while an earlier reply's jobs were being mailed
+  // still shows them; a job that was changed since is served by the reply
+  // that shows the change; and a job under an unfinished instance belongs to
+  // the generation that is under way (it mails and deletes it itself) or to
+  // one that was cut off (the instance goes, and the job with it).
+  // May raise errors::tql.
+  virtual bool job_due(const tql::id_t& instance_id, const tql::id_t& job_id,
+                       tql::version_t version) = 0;
 };
 
 // Serves one reply of the mailing subscription: `inresponse` is the request
@@ -44,7 +50,7 @@ void serve_mail_reply(const dbms::Return_Tql_Select_Data& reply, uint32_t inresp
 // job whose `destination` is no (non-null) list of strings is logged, told
 // in the report's incidents and deleted as well. A failure to delete a job
 // or to write that incident (errors::tql) is traced, and the walk goes on.
-// A job that is no longer stored was served already (from an earlier reply)
-// and is skipped with a trace, so that nobody gets the same report twice; a
-// failure to look it up counts as stored.
+// A job that is not due (see MailingBackend::job_due) is skipped with a
+// trace and left alone, so that nobody gets the same report twice; a failure
+// to look it up counts as due.
 void treat_send_jobs(const tql::patch_t& report, MailingBackend& backend);

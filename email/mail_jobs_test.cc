@@ -59,15 +59,18 @@ class RecordingBackend : public MailingBackend {
     calls.push_back("delete " + job.text());
     if (undeletable.count(job.text())) throw errors::tql(3, "updated by other");
   }
-  bool job_stored(const tql::id_t& job) override {
+  bool job_due(const tql::id_t& instance, const tql::id_t& job, tql::version_t version) override {
     if (unreadable.count(job.text())) throw errors::tql(10, "lookup failed");
-    return gone.count(job.text()) == 0;
+    return gone.count(job.text()) == 0 && version == stored_version &&
+           unfinished.count(instance.text()) == 0;
   }
 
   std::vector<std::string> calls;
   std::set<std::string> undeletable;
-  std::set<std::string> gone;        // job_stored says false
-  std::set<std::string> unreadable;  // job_stored raises
+  std::set<std::string> gone;        // jobs no longer stored
+  std::set<std::string> unreadable;  // job_due raises
+  std::set<std::string> unfinished;  // instances whose generation runs
+  tql::version_t stored_version{7, 1};  // every stored job's version
   bool failIncident = false;
 };
 
@@ -160,7 +163,7 @@ TEST_F(MailJobsTest, FailedDeletionOrIncidentDoesNotStopTheWalk) {
 // A reply sent before the jobs of an earlier reply were deleted shows them
 // again: they are neither mailed nor deleted a second time. A lookup that
 // fails serves the job as before.
-TEST_F(MailJobsTest, JobsThatAreGoneAreNotMailedAgain) {
+TEST_F(MailJobsTest, JobsThatAreNotDueAreLeftAlone) {
   backend.gone = {"62.1", "62.3"};
   backend.unreadable = {"62.2"};
   serve({object(
@@ -170,11 +173,27 @@ TEST_F(MailJobsTest, JobsThatAreGoneAreNotMailedAgain) {
   const std::vector<std::string> expected = {"mail 38.1 of 5.1 to b@x", "delete 62.2"};
   EXPECT_EQ(expected, backend.calls);
   const std::vector<std::string> traces = {
-      "ReportSendTo job 62.1 is gone, skipping.",
+      "ReportSendTo job 62.1 is not due, skipping.",
       "Could not look up ReportSendTo job, serving it: lookup failed",
-      "ReportSendTo job 62.3 is gone, skipping."};
+      "ReportSendTo job 62.3 is not due, skipping."};
   EXPECT_EQ(traces, log.traces);
   EXPECT_TRUE(log.lines.empty());
+}
+
+// A job changed since the reply was made (another version) waits for the
+// reply that shows the change; a job under an instance that is still being
+// generated is the generation's own.
+TEST_F(MailJobsTest, ChangedJobsAndJobsOfUnfinishedInstancesWait) {
+  backend.unfinished = {"38.2"};
+  tql::patch_t report = object(schema::kReport, id(5, 1),
+                               {instance(1, 0, {job(1, {"a@x"})}), instance(2, 0, {job(2, {"b@x"})})});
+  backend.stored_version = tql::version_t{7, 2};
+  serve({report});
+  backend.stored_version = tql::version_t{7, 1};
+  serve({report});
+  const std::vector<std::string> expected = {"mail 38.1 of 5.1 to a@x", "delete 62.1"};
+  EXPECT_EQ(expected, backend.calls);
+  EXPECT_EQ(3u, log.traces.size());
 }
 
 TEST_F(MailJobsTest, RepliesThatCarryNoJobs) {

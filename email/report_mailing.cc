@@ -28,6 +28,14 @@ zone_t zone_of(const tql::patch_t& report) {
   return timeZoneValue(zone != nullptr && !zone->is_null ? zone->value : kEnvironmentZone);
 }
 
+// Whether the instance's generation is over: `workerNode` is not a set
+// value other than 0.
+bool finished(const tql::patch_t& instance) {
+  const auto* worker =
+      dynamic_cast<const tql::property_uint_t*>(instance.find_property(schema::kWorkerNode));
+  return worker == nullptr || worker->is_null || worker->value == 0;
+}
+
 void send_stored_report(const std::vector<std::string>& addresses, const tql::id_t& instance_id,
                         const tql::id_t& report_id) {
   TAVREL_ASSERT(queues::global_queue() != nullptr, "Report mailing needs the process's queue");
@@ -72,8 +80,14 @@ class StoredMailing : public MailingBackend {
   void delete_job(const tql::id_t& id, tql::version_t version) override {
     tql::delete_object(id, version);
   }
-  bool job_stored(const tql::id_t& id) override {
-    return tql::get_object(id, schema::kReportSendTo, *queues::global_queue()) != nullptr;
+  bool job_due(const tql::id_t& instance_id, const tql::id_t& job_id,
+               tql::version_t version) override {
+    queues::childqueue& queue = *queues::global_queue();
+    const std::unique_ptr<tql::patch_t> job = tql::get_object(job_id, schema::kReportSendTo, queue);
+    if (!job || job->version != version) return false;
+    const std::unique_ptr<tql::patch_t> instance =
+        tql::get_object(instance_id, schema::kReportInstance, queue);
+    return instance && finished(*instance);
   }
 };
 

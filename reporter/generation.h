@@ -12,3 +12,14 @@
 // tells which). Only the failure handler's own database errors leave it.
 tql::id_t generate_report(tql::id_t report_id, tql::version_t report_version,
                           TimeValue order_time);
+
+// What one call of generate_report came to.
+struct GenerationOutcome {
+  tql::id_t instance;  // The finished instance; empty when no report was produced.
+  bool stale = false;  // Refused because the report's version moved on.
+};
+
+// generate_report, telling also whether the call was refused as stale: an
+// order served with such a call is still to be carried out.
+GenerationOutcome generate_report_outcome(tql::id_t report_id, tql::version_t report_version,
+                                          TimeValue order_time);

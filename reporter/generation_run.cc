@@ -65,7 +65,7 @@ tql::id_t GenerationRun::run() {
     return {};
   }
   incident(queues::kIncidentProgress, "Generation of report number " + number() + " done.");
-  mail_report(destinationAddresses(*report_), instance_id_, report_id_);
+  mail();
   log("Done generating report " + definition_->pathText() + ": " +
       stringOr(*report_, schema::kTreeLabel, ""));
   return instance_id_;
@@ -75,7 +75,10 @@ bool GenerationRun::prepare() {
   definition_ = fetchDefinition(report_id_);
   if (!definition_) return false;
   report_ = definition_->report;
-  if (report_->version != report_version_) return false;
+  if (report_->version != report_version_) {
+    stale_ = true;
+    return false;
+  }
   log("Starting generation of report " + definition_->pathText() + ": " +
       stringOr(*report_, schema::kTreeLabel, ""));
   zone_ = reportZone(*report_);
@@ -145,6 +148,13 @@ bool GenerationRun::close() {
       addUint(p, schema::kDuration, static_cast<uint32_t>(span));
     }
   }
+  // The job goes in before the instance is finished: a crash before the
+  // update leaves an unfinished instance (deleted with the job, the order
+  // generated again), one after it a finished instance whose job is mailed.
+  if (!analysis_failed_) {
+    addresses_ = destinationAddresses(*report_);
+    mail_job_.leave(instance_id_, addresses_);
+  }
   tql::update_object(instance_id_, instance->version, std::move(p), 0);
   std::unique_ptr<tql::patch_t> report =
       tql::get_object(report_id_, schema::kReport, *queues::global_queue());
@@ -159,4 +169,9 @@ bool GenerationRun::close() {
 
 void GenerationRun::incident(uint32_t severity, const std::string& text) const {
   queues::report_incident(report_id_, severity, text, TimeValue::now());
+}
+
+void GenerationRun::mail() {
+  mail_report(addresses_, instance_id_, report_id_);
+  mail_job_.clear();
 }

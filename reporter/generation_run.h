@@ -13,6 +13,7 @@
 #include "analysis/resolved_issue.h"
 #include "base/time_value.h"
 #include "base/zone.h"
+#include "reporter/mail_job.h"
 #include "reporter/report_definition.h"
 #include "tql/id.h"
 
@@ -25,6 +26,9 @@ class GenerationRun {
   // The whole generation, without the failure handler: the instance's id,
   // or an empty id when no report was produced.
   tql::id_t run();
+  // Whether run() gave up because the report's version was no longer the
+  // caller's.
+  bool stale() const { return stale_; }
 
  private:
   // Steps 1 to 10: false when the report is gone or its version changed.
@@ -35,9 +39,11 @@ class GenerationRun {
   // error::Exception is logged and marks analysis_failed_.
   void analyseGuarded(const tql::patch_t* tree);
   void analyse(const tql::patch_t& tree);
-  // The instance finished, the report's lastGenerated; false when the
-  // instance is gone.
+  // The instance finished (with its mail job left under it), the report's
+  // lastGenerated; false when the instance is gone.
   bool close();
+  // The mail to the report's destination, then its job deleted.
+  void mail();
   void incident(uint32_t severity, const std::string& text) const;
   std::string number() const { return std::to_string(order_); }
 
@@ -59,4 +65,7 @@ class GenerationRun {
   int64_t first_sample_ = 0;
   int64_t generated_ = 0;
   bool analysis_failed_ = false;
+  bool stale_ = false;
+  std::vector<std::string> addresses_;  // The report's destination.
+  GenerationMailJob mail_job_;
 };

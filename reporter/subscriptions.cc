@@ -145,7 +145,9 @@ class ReportTreatment {
     auto found = by_order_time_.find(date->value);
     if (found == by_order_time_.end()) {
       trace("  I grab this order");
-      actions_.generate(report_.id, report_.version, date->value);
+      // An order refused as stale stays: every generation changes the
+      // report, so each update serves one order more, and none is lost.
+      if (!actions_.generate(report_.id, report_.version, date->value)) return;
       delete_order(order, "Could not delete report order, skipping.");
     } else if (found->second.worker_node == 0) {
       delete_order(order, "Could not delete old report order, skipping.");
@@ -188,9 +190,12 @@ class QueueActions : public ReportActions {
         queues::rept, 0, reporter::Scheduled_Report_Generation_Data{report, version, next}));
     queue_.send(request);
   }
-  void generate(const tql::id_t& report, tql::version_t version, int64_t order_time) override {
-    generate_report(report, version, TimeValue(static_cast<int32_t>(order_time)));
+  bool generate(const tql::id_t& report, tql::version_t version, int64_t order_time) override {
+    const GenerationOutcome outcome =
+        generate_report_outcome(report, version, TimeValue(static_cast<int32_t>(order_time)));
+    if (outcome.stale) return false;
     delete_surplus_instances(report);
+    return true;
   }
   int64_t now() override { return TimeValue::now().seconds; }
 

@@ -35,7 +35,10 @@ class ReportActions {
   // `next` (seconds since the epoch).
   virtual void schedule(const tql::id_t& report, tql::version_t version, int64_t next) = 0;
   // generate_report for the order time, then delete_surplus_instances.
-  virtual void generate(const tql::id_t& report, tql::version_t version, int64_t order_time) = 0;
+  // Returns false when the generation was refused because the report's
+  // version is no longer `version` (an earlier order of the same reply
+  // changed the report): the order is then left for the next update.
+  virtual bool generate(const tql::id_t& report, tql::version_t version, int64_t order_time) = 0;
   // The current time in seconds.
   virtual int64_t now() = 0;
 };

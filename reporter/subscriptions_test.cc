@@ -33,14 +33,21 @@ class ActionRecorder : public ReportActions {
     calls.push_back("schedule " + report.text() + " v" + std::to_string(version.first) + " " +
                     std::to_string(next));
   }
-  void generate(const tql::id_t& report, tql::version_t, int64_t order_time) override {
-    calls.push_back("generate " + report.text() + " " + std::to_string(order_time));
+  // Like the driver: a generation changes the report, so that every later
+  // call with the version of the same reply is refused as stale.
+  bool generate(const tql::id_t& report, tql::version_t version, int64_t order_time) override {
+    const bool fresh = !generated_version || !(*generated_version == version);
+    calls.push_back((fresh ? "generate " : "stale ") + report.text() + " " +
+                    std::to_string(order_time));
+    if (fresh) generated_version = version;
+    return fresh;
   }
   int64_t now() override { return clock; }
 
   std::vector<std::string> calls;
   tql::id_t fail_id;
   int64_t clock = k0959;
+  std::optional<tql::version_t> generated_version;
 };
 
 tql::patch_t object(int32_t class_, tql::id_t id, int64_t version = 1) {
@@ -150,6 +157,23 @@ TEST(TreatSubscriptions, ServedOrdersAreDeletedWithoutAGeneration) {
   r0.children.push_back(order(20, 1700000000));
   EXPECT_EQ((std::vector<std::string>{"delete 0.1.11", "delete 0.1.20"}),
             calls_for(std::move(r0)));
+}
+
+// Each update serves one order more: an order refused as stale stays, and
+// the next reply (with the report's new version) carries it out.
+TEST(TreatSubscriptions, OrdersRefusedAsStaleStayForTheNextUpdate) {
+  tql::patch_t r0 = reportObject(0);
+  for (uint32_t k = 0; k < 3; ++k) r0.children.push_back(order(20 + k, 100 + k));
+  ActionRecorder r;
+  EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 100", "delete 0.1.20", "stale 0.1.5 101",
+                                      "stale 0.1.5 102"}),
+            walk(domain_with(r0), r));
+  r0.children.erase(r0.children.begin());
+  r0.children.push_back(instance(10, 0, 100));
+  r0.version.first = 8;
+  r.calls.clear();
+  EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 101", "delete 0.1.21", "stale 0.1.5 102"}),
+            walk(domain_with(r0), r));
 }
 
 TEST(TreatSubscriptions, RefusedWritesAreSkipped) {

@@ -22,6 +22,7 @@ import json
 import os
 import re
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
@@ -370,5 +371,91 @@ def stop_during_generation_case(check):
     check(updates and stop < updates[-1] < mailed < shutdown,
           "stop %d, last update %d, mail %d, shutdown %d" % (stop, updates[-1], mailed, shutdown))
 
+
+
+ORDERS = 10  # orders of one report, each for another time
+
+
+@case("many orders of one report: each update serves one more, none is deleted ungenerated")
+def many_orders_case(check):
+    r = report("0.1.90", "R")
+    times = [W + 3600 * k for k in range(ORDERS)]
+    r["children"] = [{"class": "ReportOrder", "props": {"orderTime": {"date": t}}} for t in times]
+    run = Run(world(reports=[r]), "--until-idle", "1")
+    check(run.code == 0, "exit code %d, stderr %r" % (run.code, run.stderr))
+    clean(run, check)
+    instances = run.children("0.1.90", "ReportInstance")
+    check(sorted(value(i["props"]["orderTime"]) for i in instances) == times,
+          "order times %r" % [value(i["props"]["orderTime"]) for i in instances])
+    check(all(finished(i) for i in instances), "unfinished instances %r" % instances)
+    check(run.children("0.1.90", "ReportOrder") == [], "orders left")
+    done = [m for _, m in run.incidents("0.1.90") if m.endswith(" done.")]
+    check(len(done) == ORDERS, "generations done: %r" % done)
+
+
+class SilentMailServer:
+    """A mail server that greets, reads the client's first line and then says
+    nothing more; when the reporter has come that far, `on_hello` runs."""
+
+    def __init__(self, on_hello):
+        self.sock = socket.create_server(("127.0.0.1", 0))
+        self.port = self.sock.getsockname()[1]
+        self.sock.settimeout(120)
+        self.thread = threading.Thread(target=self.serve, args=(on_hello,))
+        self.thread.start()
+
+    def serve(self, on_hello):
+        try:
+            conn, _ = self.sock.accept()
+        except OSError:
+            return
+        with conn:
+            conn.sendall(b"220 silent\r\n")
+            conn.settimeout(120)
+            conn.makefile("rb").readline()
+            on_hello()
+            try:
+                conn.recv(1)  # until the reporter's end closes the connection
+            except OSError:
+                pass
+
+    def close(self):
+        self.sock.close()
+        self.thread.join()
+
+
+@case("the reporter killed while it mails: the mail goes out after the restart")
+def killed_while_mailing_case(check):
+    host_pid, killed = [], []
+
+    def kill_reporter():
+        pid = reporter_pid(host_pid[0]) if host_pid else None
+        if pid:
+            os.kill(pid, signal.SIGKILL)
+            killed.append(pid)
+    silent = SilentMailServer(kill_reporter)
+    try:
+        r = report("0.1.90", "R", destination="ops@example.test")
+        first = Run(world(reports=[r], mail_server="127.0.0.1:%d" % silent.port), "--until-idle", "1",
+                    on_progress=lambda run, line: host_pid.append(run.proc.pid))
+    finally:
+        silent.close()
+    check(killed, "never killed in the mailing")
+    check(first.code == 128 + signal.SIGKILL, "exit code %d, stderr %r" % (first.code, first.stderr))
+    clean(first, check)
+    if not first.dump:
+        return
+    with MailServer() as smtp:
+        first.dump["config"]["mail_server"] = "127.0.0.1:%d" % smtp.port
+        second = Run(first.dump, "--until-idle", "1")
+    check(second.code == 0, "second run: exit code %d, stderr %r" % (second.code, second.stderr))
+    clean(second, check)
+    served(second, check, "0.1.90")
+    check([to for to, _ in smtp.mails] == [["ops@example.test"]], "mails %r" % smtp.mails[:1])
+    check(second.incidents("0.1.90")[-1:] == [(1, "Report number 1 sent to ops@example.test")],
+          "incidents %r" % second.incidents("0.1.90"))
+    instances = second.children("0.1.90", "ReportInstance")
+    check(instances and not [c for c in instances[0].get("children", []) if c["class"] == "ReportSendTo"],
+          "the mail job is left: %r" % instances)
 
 finish()
