@@ -20,7 +20,7 @@
 #include "host/host_runner.h"
 #include "host/store_database.h"
 #include "host/world_load.h"
-#include "tools/args.h"
+#include "base/args.h"
 
 static CrashHandlerAtStart install_crash_handler_early;
 
@@ -34,15 +34,15 @@ std::string default_reporter(const char* argv0) {
   return dir + "/../reporter/tavrel-report";
 }
 
-int run(tools::Args& args, const char* argv0) {
+int run(cli::Args& args, const char* argv0) {
   host::HostOptions options;
   options.world = args.required("--world");
   options.reporter = args.option("--reporter").value_or(default_reporter(argv0));
-  if (auto idle = args.option("--until-idle")) options.until_idle = tools::Args::to_double(*idle);
-  if (auto stop = args.option("--stop-after")) options.stop_after = tools::Args::to_double(*stop);
+  if (auto idle = args.option("--until-idle")) options.until_idle = cli::Args::to_double(*idle);
+  if (auto stop = args.option("--stop-after")) options.stop_after = cli::Args::to_double(*stop);
   options.dump = args.option("--dump").value_or("");
   options.log = args.option("--log").value_or("");
-  if (auto scale = args.option("--eval-scale")) options.eval_scale = tools::Args::to_double(*scale);
+  if (auto scale = args.option("--eval-scale")) options.eval_scale = cli::Args::to_double(*scale);
   options.progress = args.flag("--progress");
   while (auto metric = args.option("--metric")) options.metrics.push_back(*metric);
   options.exit_twice = args.flag("--exit-twice");
@@ -52,7 +52,7 @@ int run(tools::Args& args, const char* argv0) {
   return code;
 }
 
-int check(tools::Args& args) {
+int check(cli::Args& args) {
   std::string world = args.required("--world");
   args.done();
   host::Database db;
@@ -71,7 +71,7 @@ int check(tools::Args& args) {
 
 int main(int argc, char** argv) {
   std::string command = argc > 1 ? argv[1] : "";
-  tools::Args args(std::vector<std::string>(argv + std::min(argc, 2), argv + argc));
+  cli::Args args(std::vector<std::string>(argv + std::min(argc, 2), argv + argc));
   try {
     if (command == "run") return run(args, argv[0]);
     if (command == "check") return check(args);

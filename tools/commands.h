@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "tools/args.h"
+#include "base/args.h"
 
 namespace tools {
+
+using cli::Args;
 
 struct Command {
   const char* name;

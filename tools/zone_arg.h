@@ -2,9 +2,11 @@
 #pragma once
 
 #include "base/zone.h"
-#include "tools/args.h"
+#include "base/args.h"
 
 namespace tools {
+
+using cli::Args;
 
 // --zone Z, a 32-bit integer; the zone of TZ when not given. Raises
 // error::EParseError for a value out of range.

@@ -32,7 +32,7 @@
 #include "report/text_renderer.h"
 #include "resource/collection.h"
 #include "resource/resource_error.h"
-#include "tools/args.h"
+#include "base/args.h"
 #include "tools/reader/image_files.h"
 #include "tools/reader/outline.h"
 
@@ -65,7 +65,7 @@ void read(const std::vector<std::string>& args) {
     return;
   }
   if (args.size() < 3) throw error::EParseError("no zone given");
-  zone_t zone = timeZoneValue(static_cast<int32_t>(tools::Args::to_int(args[2])));
+  zone_t zone = timeZoneValue(static_cast<int32_t>(cli::Args::to_int(args[2])));
   if (mode == "text") {
     report::render_report_text(instance, std::cout, zone);
     return;

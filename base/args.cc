@@ -1,4 +1,4 @@
-#include "tools/args.h"
+#include "base/args.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -6,7 +6,7 @@
 
 #include "base/error.h"
 
-namespace tools {
+namespace cli {
 
 bool Args::flag(const std::string& name) {
   auto it = std::find(words_.begin(), words_.end(), name);
@@ -71,4 +71,4 @@ uint64_t Args::to_uint(const std::string& text) {
   return v;
 }
 
-}  // namespace tools
+}  // namespace cli

@@ -1,7 +1,8 @@
-// Command-line arguments of one tavrel-tool subcommand. Options are taken out
-// as they are asked for; whatever is left at the end is an error, so a typo
-// never passes in silence. Failures raise error::EParseError, which the tool
-// prints as "error: " + text with exit code 1.
+// Command-line arguments of a program or of one of its subcommands (used by
+// tavrel-tool and tavrel-host). Options are taken out as they are asked for;
+// whatever is left at the end is an error, so a typo never passes in
+// silence. Failures raise error::EParseError, which the programs print as
+// "error: " and the text.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace tools {
+namespace cli {
 
 class Args {
  public:
@@ -34,4 +35,4 @@ class Args {
   std::vector<std::string> words_;
 };
 
-}  // namespace tools
+}  // namespace cli
