@@ -102,7 +102,7 @@ class ReportSingleRawIssue : public ReportIssue {
   // time of the last run.
   int64_t runIntervals(int32_t dataType, const std::vector<tsdb::interval_ptr>& samples,
                        const IntervalSet& intervals, int64_t& firstSample);
-  // The graph or log with the chart's series (steps 10 to 13).
+  // The graph or log with the chart's series.
   void storeSeries(const tql::id_t& folder, int32_t dataType, int64_t lastFirst, zone_t timeZone);
 
   const tql::patch_t& object;

@@ -57,8 +57,8 @@ double applyConversion(const UnitEntry& e, double value, bool forwards) {
   return forwards ? value * c.factor : (1.0 / c.factor) * value;
 }
 
-// Step 1 of a conversion for one side: notes the target's prefix and puts
-// a pending conversion in front of the first source type that converts to
+// The first stage of a conversion, for one side: notes the target's prefix
+// and puts a pending conversion in front of the first source type that converts to
 // each target type. False when the target holds two prefixes.
 bool matchTypes(const Side& target, Side& source, bool autoScale, std::optional<uint8_t>& toPrefix) {
   for (const UnitEntry& t : target) {
@@ -82,7 +82,7 @@ bool matchTypes(const Side& target, Side& source, bool autoScale, std::optional<
   return true;
 }
 
-// Steps 3 and 4 for one side: the source's prefix gives way to the target's.
+// For one side: the source's prefix gives way to the target's.
 // False when the source holds two prefixes.
 bool swapPrefix(Side& source, const std::optional<uint8_t>& toPrefix,
                 std::optional<uint8_t>& fromPrefix) {
@@ -101,7 +101,7 @@ bool swapPrefix(Side& source, const std::optional<uint8_t>& toPrefix,
   return true;
 }
 
-// Step 5: applies and removes the pending conversions of one side.
+// Applies and removes the pending conversions of one side.
 double applyConversions(Side& side, double value, bool forwards) {
   for (size_t i = 0; i < side.size();) {
     if (side[i].tag() == UnitEntry::kConversion) {
@@ -118,7 +118,7 @@ struct Prefixes {
   std::optional<uint8_t> fromNum, fromDen, toNum, toDen;
 };
 
-// Steps 6 and 7: out of the source prefixes, into the target prefixes.
+// The value scaled out of the source prefixes and into the target prefixes.
 // A binary unit scales by 1024 per third of the prefix's exponent. For a
 // prefix whose exponent isn't a multiple of 3 (our decision): out of it, the
 // truncated third counts and the rest is dropped; into it, the truncated

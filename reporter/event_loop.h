@@ -54,7 +54,7 @@ class EventLoop {
   // select (STATUS, DETAIL)" for an error status on the report
   // subscription, and what the handlers raise.
   void run();
-  // Steps 4 to 6 of one turn: metering, the shutdown filter, dispatch.
+  // One event of a turn: metering, the shutdown filter, dispatch.
   void handle(queues::event& e);
 
   bool shutting_down() const { return shutting_down_; }

@@ -31,7 +31,9 @@ class GenerationRun {
   bool stale() const { return stale_; }
 
  private:
-  // Steps 1 to 10: false when the report is gone or its version changed.
+  // The definition fetched and walked, the period resolved, the selections,
+  // plan intervals and flags read: false when the report is gone or its
+  // version changed.
   bool prepare();
   // The ReportInstance and the raised `order`; false on a duplicate order.
   bool open();
