@@ -6,9 +6,9 @@ its edges; each world is built here.
   week". Each such generation ends in the failure incident, its order goes,
   and the report after them in the pass is generated; the reporter ends
   with 0.
-- A report at the bottom of a domain chain as deep as the database allows,
-  with a domain at the deepest level below it: the replies about that tree
-  are read, the report is generated and the reporter ends with 0.
+- A report in a domain chain as deep as the database allows, its instance
+  at the deepest level: the replies about that tree are read, the report is
+  generated and the reporter ends with 0.
 
 usage: database_limits_test.py TAVREL_HOST TAVREL_REPORT
 """
@@ -107,17 +107,19 @@ def before_1970_case(check):
 
 @case("a report as deep as the database allows is generated")
 def deep_case(check):
-    # Domains d1 .. d256 in a chain; the report lies in d252 (at 253 levels),
-    # so that its instance and the folders of its domain, node and rows fit
-    # within the limit.
+    # Domains d1 .. d256 in a chain; the report lies in d254, 255 levels
+    # down, so that its order and its instance lie at the limit. The reply
+    # about the instance nests its issueNode reference as deep as any reply
+    # about stored objects can. The domains hold no node, so the analysis
+    # writes nothing below the instance.
     chain = [{"class": "Domain", "props": {"name": {"string": "d%d" % level}}, "children": []}
              for level in range(1, MAX_DEPTH + 1)]
     for above, below in zip(chain, chain[1:]):
         above["children"].append(below)
-    owner = chain[251]
+    owner = chain[253]
     rid = "0.1.9000"
     owner["children"].append(report(rid, ORDER, contains={"object_set": [
-        "/" + "/".join("d%d" % level for level in range(1, 253))]}))
+        "/" + "/".join("d%d" % level for level in range(1, 255))]}))
     run = Run(world([chain[0]]))
     check(run.code == 0, "exit code %d, stderr %r" % (run.code, run.stderr))
     check("Caught" not in run.stderr and "Assertion failed" not in run.stderr,
