@@ -56,20 +56,37 @@ class Run(RunResults):
 
 
 def report(rid, order_time, **props):
-    """A report ordered by hand once, over its own domain."""
+    """A report ordered by hand once, over the domain Ops."""
     p = {"name": {"string": "R" + rid}, "treeLabel": {"string": "Label " + rid},
          "type": {"enum": [65566, 1]}, "order": {"uint": 0}, "date": {"enum": [65546, 0]},
-         "period": {"enum": [65546, 1]}, "contains": {"object_set": ["0.1"]},
+         "period": {"enum": [65546, 1]}, "contains": {"object_set": ["0.1.20"]},
          "maxInstances": {"null": "uint"}}
     p.update(props)
     return {"class": "Report", "id": rid, "props": p,
             "children": [{"class": "ReportOrder", "props": {"orderTime": {"date": order_time}}}]}
 
 
-def world(children):
+def world(children, series=()):
     return {"config": {"log_mask": 4096},
             "objects": {"class": "Domain", "id": "0.1", "props": {"name": {"string": "Root"}},
-                        "children": children}}
+                        "children": children},
+            "series": list(series)}
+
+
+# A domain with a node and a measured check, whose summary names the period
+# as text: the way by which a period before 1970 reached the time texts.
+OPS = {"class": "Domain", "id": "0.1.20", "props": {"name": {"string": "Ops"}},
+       "children": [{"class": "Node", "id": "0.1.21",
+                     "props": {"name": {"string": "alpha"},
+                               "longLabel": {"string": "alpha.example"}},
+                     "children": [{"class": "CheckGroup",
+                                   "props": {"siblingName": {"string": "Services"}},
+                                   "children": [{"class": "Check", "id": "0.1.22",
+                                                 "props": {"siblingName": {"string": "HTTP"},
+                                                           "longLabel": {"string": "HTTP"},
+                                                           "active": {"bool": True}}}]}]}]}
+OPS_SERIES = {"owner": "0.1.22", "property": "tsdbIndex", "data_type": 5,
+              "records": [[ORDER - 3600, ORDER, 0.5, 1.0, 2.0, 12, 0]]}
 
 
 def generated(run, check, rid, what):
@@ -92,7 +109,7 @@ def before_1970_case(check):
     yesterday = report("0.1.7", 3600)   # 1 January 1970 01:00: yesterday is in 1969
     last_week = report("0.1.9", 3600, period={"enum": [65546, 2]})
     good = report("0.1.11", ORDER)
-    run = Run(world([fixed, yesterday, last_week, good]))
+    run = Run(world([OPS, fixed, yesterday, last_week, good], [OPS_SERIES]))
     check(run.code == 0, "exit code %d, stderr %r" % (run.code, run.stderr))
     check("Assertion failed" not in run.stderr, "stderr %r" % run.stderr)
     clean(run, check)
