@@ -8,7 +8,10 @@
 #include "base/zone.h"
 
 // "2026-01-05 08:03:09" in `zone`. A negative `t` is the fatal assertion
-// "time2str(): Parameter less than 0"; raises what local() raises.
+// "time2str(): Parameter less than 0", so callers pass only times that can't
+// be negative: a stored time is checked where it is read (a report period
+// by Report::resolveIssue, report headers by report::header_time) and
+// refused as a damaged value. Raises what local() raises.
 std::string time2str(int64_t t, zone_t zone);
 
 // "2026-1-5" in `zone`, without padding; raises what local() raises.

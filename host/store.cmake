@@ -13,7 +13,8 @@ tavrel_library(host_store_testing
 tavrel_test(host_store_test
   SOURCES store_objects_test.cc select_eval_test.cc select_reporter_test.cc store_series_test.cc
           store_database_test.cc store_subscriptions_test.cc progress_watch_test.cc
-  DEPS tavrel_host_store_testing)
+          select_depth_test.cc
+  DEPS tavrel_host_store_testing tavrel_queues)
 tavrel_test(host_world_test
   SOURCES world_test.cc
   DEPS tavrel_host_store)

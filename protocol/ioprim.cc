@@ -15,8 +15,13 @@ ioprim::ioprim(io::IStream& in, io::OStream& out) : in_(in), out_(out) {}
 ioprim::Nesting::Nesting(ioprim& io) : io_(io) {
   if (++io_.nesting_ > kMaxNesting) {
     --io_.nesting_;
-    throw error::EParseError("fdio: records nested deeper than " + std::to_string(kMaxNesting));
+    io_.mark_broken("fdio: records nested deeper than " + std::to_string(kMaxNesting));
+    throw error::EParseError(*io_.broken_);
   }
+}
+
+void ioprim::mark_broken(const std::string& text) {
+  if (!broken_) broken_ = text;
 }
 
 ioprim::~ioprim() {
@@ -77,6 +82,7 @@ void ioprim::next_read_area() {
 }
 
 void ioprim::read_bytes(void* bytes, size_t n) {
+  if (broken_) throw error::EParseError(*broken_);
   char* to = static_cast<char*>(bytes);
   while (n > 0) {
     if (rsize_ == 0) next_read_area();

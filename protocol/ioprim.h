@@ -12,6 +12,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 
 namespace io {
 class IStream;
@@ -41,8 +43,18 @@ class ioprim {
 
   // Reads exactly `n` bytes, across as many read areas as needed. Raises
   // io::EEndOfStream when the stream ends first (what was read stays
-  // consumed), error::ESystemError on a fault.
+  // consumed), error::ESystemError on a fault, and error::EParseError with
+  // the recorded text once the input is broken.
   void read_bytes(void* bytes, size_t n);
+
+  // The stream has no framing of its own: after a value that can't be read
+  // (records nested too deep, a field out of its bounds) the rest of that
+  // message can't be told from the next one. Records `text` as the reason;
+  // from then on every read raises error::EParseError with it, so that no
+  // caller that handled the first error goes on decoding the middle of a
+  // message. The first text recorded stays.
+  void mark_broken(const std::string& text);
+  bool broken() const { return broken_.has_value(); }
 
   // The number of bytes read so far, for positions in messages.
   uint64_t bytes_read() const { return bytes_read_; }
@@ -53,10 +65,19 @@ class ioprim {
   // The deepest nesting of records that a reader accepts. Trees (patches,
   // patterns, nested events) come from outside; without a bound a long
   // chain of tiny nested records would exhaust the stack.
-  static constexpr int kMaxNesting = 256;
+  //
+  // The bound lies above the deepest message about stored objects. The
+  // database keeps objects at most 256 levels below the root domain, and a
+  // select reply about such an object nests the event, its record, 257
+  // patches from the root down, and in a property of the deepest patch an
+  // object reference with its origin: 261 levels. The rest leaves room for
+  // such a reply carried inside another event. (The stand-in database's
+  // tests tie this to its depth limit.)
+  static constexpr int kMaxNesting = 288;
 
-  // Marks one level of nesting while a record is read. Raises
-  // error::EParseError "fdio: records nested deeper than 256" past the bound.
+  // Marks one level of nesting while a record is read. Past the bound it
+  // marks the input broken and raises error::EParseError "fdio: records
+  // nested deeper than 288".
   class Nesting {
    public:
     explicit Nesting(ioprim& io);
@@ -87,6 +108,7 @@ class ioprim {
   size_t rpos_ = 0;
 
   int nesting_ = 0;  // Records being read, outermost included.
+  std::optional<std::string> broken_;  // Why the input can't be read on.
   uint64_t bytes_read_ = 0;
 };
 

@@ -180,8 +180,33 @@ TEST(IoprimTest, NestingIsBounded) {
     io_deep >> c;
     ADD_FAILURE() << "no exception";
   } catch (const error::EParseError& e) {
-    EXPECT_EQ("fdio: records nested deeper than 256", e.text());
+    EXPECT_EQ("fdio: records nested deeper than 288", e.text());
   }
+  // The rest of the chain is still unread, and no later read starts there.
+  EXPECT_TRUE(io_deep.broken());
+  int32_t n = 0;
+  try {
+    io_deep >> n;
+    ADD_FAILURE() << "no exception";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ("fdio: records nested deeper than 288", e.text());
+  }
+  EXPECT_FALSE(io_ok.broken());
+}
+
+TEST(IoprimTest, TheFirstReasonForABrokenStreamStays) {
+  MemoryPipe pipe(8, 8, std::string(8, '\0'));
+  ioprim io(pipe.in(), pipe.out());
+  io.mark_broken("first");
+  io.mark_broken("second");
+  int32_t n = 0;
+  try {
+    io >> n;
+    ADD_FAILURE() << "no exception";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ("first", e.text());
+  }
+  EXPECT_EQ(8u, pipe.unread().size());
 }
 
 TEST(PrintTest, RecordsAndContainersPrintOneFieldALine) {

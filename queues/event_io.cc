@@ -82,7 +82,9 @@ protocol::ioprim& operator<<(protocol::ioprim& io, const event& e) {
   return io;
 }
 
-std::unique_ptr<event> read_event(protocol::ioprim& io) {
+namespace {
+
+std::unique_ptr<event> read_event_unguarded(protocol::ioprim& io) {
   protocol::ioprim::Nesting level(io);
   int32_t type = 0;
   io >> type;
@@ -108,6 +110,19 @@ std::unique_ptr<event> read_event(protocol::ioprim& io) {
   TAVREL_ASSERT(e->exception || e->type_index == type, "spawn[] hash failure!");
   last = LastRead{e->type_index, e->dest};
   return e;
+}
+
+}  // namespace
+
+std::unique_ptr<event> read_event(protocol::ioprim& io) {
+  try {
+    return read_event_unguarded(io);
+  } catch (const error::EParseError& e) {
+    // The rest of the message is still on the stream, and nothing marks where
+    // the next one begins: no later read on this stream may start here.
+    io.mark_broken(e.text());
+    throw;
+  }
 }
 
 protocol::ioprim& operator<<(protocol::ioprim& io, const event_ptr& e) {

@@ -28,7 +28,10 @@ protocol::ioprim& operator<<(protocol::ioprim& io, const event& e);
 // An event 195 with exception word 0 is the fatal assertion "Found exevent
 // with .exception == 0" (EParseError under kRaise). Raises what the stream
 // raises (io::EEndOfStream, error::ESystemError) and what the payload's
-// reader raises (error::EParseError).
+// reader raises (error::EParseError). After an EParseError the stream is
+// left in the middle of a message, so `io` is marked broken: every later
+// read on it raises the same error, whoever handled the first one, and the
+// error reaches the process's last handler instead of garbage being decoded.
 std::unique_ptr<event> read_event(protocol::ioprim& io);
 
 // True when read_event knows the type index.

@@ -204,5 +204,75 @@ TEST(EventIoTest, UnknownTypeIndexRaisesUnderTheToolPolicy) {
   set_unknown_event_policy(UnknownEventPolicy::kFatal);
 }
 
+// A select reply with one result: a chain of `patches` patches, each the
+// only child of the one above. It nests the event, its record, the patches
+// and the deepest patch's origin: patches + 3 levels of records.
+Return_Tql_Select_Event chainReply(int patches) {
+  tql::patch_t chain;
+  chain.class_ = 1;
+  for (int i = 1; i < patches; ++i) {
+    tql::patch_t above;
+    above.class_ = 1;
+    above.children.push_back(std::move(chain));
+    chain = std::move(above);
+  }
+  Return_Tql_Select_Event reply(dbms, 7, {});
+  reply.data.res.push_back(std::move(chain));
+  return reply;
+}
+
+TEST(EventIoTest, NestingAtTheBoundReadsDeeperBreaksTheStream) {
+  const int at_bound = ioprim::kMaxNesting - 3;
+  MemoryPipe pipe(64, 64);
+  ioprim prim(pipe.in(), pipe.out());
+  prim << chainReply(at_bound) << chainReply(at_bound + 1)
+       << Tql_Acknowledge_Event(dbms, 0, {0x1234});
+  prim.flush();
+
+  std::unique_ptr<event> ok = read_event(prim);
+  EXPECT_TRUE(ok->equals(chainReply(at_bound)));
+
+  const std::string deeper = "fdio: records nested deeper than " +
+                             std::to_string(ioprim::kMaxNesting);
+  try {
+    read_event(prim);
+    ADD_FAILURE() << "no exception for the deeper reply";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ(deeper, e.text());
+  }
+  // The rest of the deeper reply is still on the stream: the next read
+  // raises the same error instead of taking its bytes for an event.
+  try {
+    read_event(prim);
+    ADD_FAILURE() << "a read after the broken message went on";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ(deeper, e.text());
+  }
+}
+
+TEST(EventIoTest, ABadPayloadBreaksTheStream) {
+  // A RETURN_TQL_SELECT: status 0, no details, one patch of class 0 with
+  // flags 0 and no tags, and then an id of 4 components.
+  std::string bytes = header(RETURN_TQL_SELECT, 0);
+  bytes += std::string(8, '\0') + std::string("\x01\0\0\0", 4) + std::string(12, '\0');
+  bytes += std::string("\x04\0\0\0", 4) + std::string(64, '\0');
+  MemoryPipe bad(64, 64, bytes);
+  ioprim prim(bad.in(), bad.out());
+  const std::string first = "object id with 4 components in the stream; at most 3 are allowed";
+  try {
+    read_event(prim);
+    ADD_FAILURE() << "no exception for the bad id";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ(first, e.text());
+  }
+  EXPECT_TRUE(prim.broken());
+  try {
+    read_event(prim);
+    ADD_FAILURE() << "a read after the broken message went on";
+  } catch (const error::EParseError& e) {
+    EXPECT_EQ(first, e.text());
+  }
+}
+
 }  // namespace
 }  // namespace queues

@@ -88,6 +88,21 @@ void calendarPeriod(uint32_t period, const tm_t& tm, int64_t when, ResolvedIssue
   options.duration = end - options.start;
 }
 
+// A period that starts or ends before 1970 can't be shown or analysed (the
+// time texts refuse such times as a broken program); it comes from a stored
+// `startTime`, `duration` or order time, so it is a damaged stored value.
+void checkPeriod(const ResolvedIssue& options) {
+  if (options.start < 0) {
+    throw error::EParseError("Report period starts before 1970: " +
+                             std::to_string(options.start));
+  }
+  if (options.duration < -options.start) {
+    throw error::EParseError("Report period ends before 1970: start " +
+                             std::to_string(options.start) + ", duration " +
+                             std::to_string(options.duration));
+  }
+}
+
 }  // namespace
 
 void Report::resolveIssue(const tql::patch_t& report, int64_t when, ResolvedIssue& options,
@@ -104,9 +119,10 @@ void Report::resolveIssue(const tql::patch_t& report, int64_t when, ResolvedIssu
   if (period->is_null) {
     options.start = seconds(report, schema::kStartTime);
     options.duration = seconds(report, schema::kDuration);
-    return;
+  } else {
+    uint32_t value = 0;
+    tql::decode_enum(*period, schema::kPeriodEnum, value);
+    calendarPeriod(value, tm, when, options, zone);
   }
-  uint32_t value = 0;
-  tql::decode_enum(*period, schema::kPeriodEnum, value);
-  calendarPeriod(value, tm, when, options, zone);
+  checkPeriod(options);
 }

@@ -29,7 +29,10 @@ struct Report {
   // Raises errors::tql for a missing or damaged `type`, a damaged `period`,
   // and a missing `startTime` or `duration` with a null `period`;
   // error::EParseError "Error got unknown period in Report::resolveIssue"
-  // for a `period` value outside 1 to 6; what local()/compose() raise.
+  // for a `period` value outside 1 to 6, and "Report period starts before
+  // 1970: START" / "Report period ends before 1970: ..." for a period that
+  // begins or ends before the epoch (a fixed period, or an order time in the
+  // first day, week, month or year of 1970); what local()/compose() raise.
   static void resolveIssue(const tql::patch_t& report, int64_t when, ResolvedIssue& options,
                            zone_t zone);
 };

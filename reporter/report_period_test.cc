@@ -96,6 +96,51 @@ TEST(ResolvePeriod, UnknownPeriodValueRaises) {
   }
 }
 
+tql::patch_t fixedPeriod(int64_t start, int64_t duration) {
+  tql::patch_t r = report();
+  auto null = tql::make_property(25);
+  null->name = schema::kPeriod;
+  null->is_null = true;
+  r.set_property(std::move(null));
+  r.set_property(tql::make_property<17>(305, start));
+  r.set_property(tql::make_property<19>(306, static_cast<int32_t>(duration)));
+  return r;
+}
+
+// The text of the EParseError that resolving raises, or "no exception".
+std::string refusal(const tql::patch_t& r, int64_t when, zone_t zone = kCopenhagen) {
+  try {
+    period(r, when, zone);
+  } catch (const error::EParseError& e) {
+    return e.text();
+  }
+  return "no exception";
+}
+
+TEST(ResolvePeriod, PeriodsBeforeTheEpochAreDamagedValues) {
+  EXPECT_EQ("Report period starts before 1970: -86400", refusal(fixedPeriod(-86400, 90000), 0));
+  EXPECT_EQ("Report period ends before 1970: start 100, duration -200",
+            refusal(fixedPeriod(100, -200), 0));
+  // Ordered in the first day, week, month and year of 1970 (2 January 1970
+  // 12:00 in Copenhagen): each period would start in 1969.
+  const int64_t second_of_january = 126000;
+  for (uint32_t p : {kPeriodYesterday, kPeriodLastWeek, kPeriodLastMonth, kPeriodLastYear,
+                     kPeriodLastQuarter}) {
+    EXPECT_EQ(0u, refusal(withPeriod(p), second_of_january).find("Report period starts before 1970: "))
+        << "period " << p;
+  }
+  // Everything up to an order time before 1970.
+  EXPECT_EQ("Report period ends before 1970: start 0, duration -5", refusal(withPeriod(5), -5));
+}
+
+TEST(ResolvePeriod, PeriodsFromTheEpochOnStand) {
+  EXPECT_EQ("0 100", period(fixedPeriod(0, 100), 0));
+  EXPECT_EQ("100 -100", period(fixedPeriod(100, -100), 0));
+  // Yesterday of 2 January 1970 in GMT is the first day.
+  EXPECT_EQ("0 86400", period(withPeriod(kPeriodYesterday), 90000, timeZoneValue(0)));
+  EXPECT_EQ("0 0", period(withPeriod(kPeriodEverything), 0));
+}
+
 TEST(ResolveSettings, DefaultsAndWhatCountsAsTrue) {
   ResolvedIssue issue;
   Report::resolveIssue(report(), 0, issue, kCopenhagen);

@@ -42,10 +42,13 @@ int64_t monthly(int64_t last, int64_t next, const tm_t& tm, int32_t frequency, z
 }
 
 // `time` after the first day of month `month` (0-based, may overflow) of
-// `tm`'s year.
+// `tm`'s year. `tm` was composed already and carries the daylight-saving
+// mark of the last run's day; that first of the month may have the other
+// one, so the mark is cleared and the platform finds the right midnight.
 int64_t firstOfMonth(tm_t tm, int month, int64_t time, zone_t zone) {
   tm.mday = 1;
   tm.mon = month;
+  tm.isdst = -1;
   return time + compose(tm, zone);
 }
 

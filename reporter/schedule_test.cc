@@ -52,12 +52,19 @@ TEST(NextGeneration, MonthlyOnADay) {
 
 TEST(NextGeneration, FirstOfMonthAndOfQuarter) {
   EXPECT_EQ(1769936400, next(1768903200, kScheduleFirstOfMonth));
-  // February: the quarter after is April. The copy keeps the winter
-  // daylight-saving mark that composing the midnight wrote back, so 1 April
-  // 00:00 is read as standard time (01:00 CEST) and the run comes at 11:00.
-  EXPECT_EQ(1775030400 + 3600, next(1770721200, kScheduleFirstOfQuarter));
   // December: January of the next year.
   EXPECT_EQ(1798794000, next(1797332400, kScheduleFirstOfQuarter));
+}
+
+TEST(NextGeneration, FirstOfMonthAndOfQuarterKeepTheClockAcrossDaylightSaving) {
+  // From winter time to 1 April 10:00 CEST: 20 March, and 10 February for
+  // the quarter.
+  EXPECT_EQ(1775030400, next(1774000800, kScheduleFirstOfMonth));
+  EXPECT_EQ(1775030400, next(1770717600, kScheduleFirstOfQuarter));
+  // From summer time to 10:00 CET: 20 October to 1 November, and to
+  // 1 January for the quarter.
+  EXPECT_EQ(1793523600, next(1792486800, kScheduleFirstOfMonth));
+  EXPECT_EQ(1798794000, next(1792486800, kScheduleFirstOfQuarter));
 }
 
 TEST(NextGeneration, StoredValuesOutsideTheScheduleRaise) {
