@@ -54,7 +54,7 @@ void ReportSingleRawIssue::analyse(const tql::id_t& parentFolder, const Interval
   stats.explanationFolder = parentStats.explanationFolder;
   label = stringOr(object, schema::kLongLabel, "<no name>");
   const tql::id_t folder = addFolder(parentFolder, schema::kFolderCheck, label, object.id);
-  if (issue->kind == 5) {
+  if (issue->kind == ReportKind::kConfiguration) {
     analyseConfiguration(object, folder, report_tree_root(), timeZone);
     status = 0;
     return;
@@ -98,7 +98,7 @@ void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSe
   stats.worstName = label;
   stats.checks = 1;
   if (dataType != tsdb::kIncidentLog) parentStats.merge(stats);
-  if (issue->kind == 1 && !issue->wantGraph) {
+  if (issue->kind == ReportKind::kAvailability && !issue->wantGraph) {
     status = 0;
     return;
   }

@@ -12,11 +12,11 @@ void ReportDomain::analyse(const tql::id_t& parentFolder, const IntervalSet& int
   traceId("Analysing domain ", object.id);
   const std::string label = stringOr(object, schema::kTreeLabel, "");
   const tql::id_t folder = addFolder(parentFolder, schema::kFolderDomain, label, object.id);
-  const bool availability = issue->wantSummary && issue->kind == 1;
+  const bool availability = issue->wantSummary && issue->kind == ReportKind::kAvailability;
   if (parentStats.explanationFolder.empty() && availability) {
     addExplanation(parentFolder, object.id, parentStats);
   }
-  if (issue->kind == 5) addDomainConfiguration(folder, object, timeZone);
+  if (issue->kind == ReportKind::kConfiguration) addDomainConfiguration(folder, object, timeZone);
   IssueStats stats;
   stats.explanationFolder = parentStats.explanationFolder;
   descend(folder, intervals, stats, firstSample, timeZone);

@@ -15,7 +15,7 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
                          IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
   traceId("Analysing host ", object.id);
   std::unique_ptr<tql::patch_t> tree = selector.select(object);
-  if (!tree || issue->kind == 4) {
+  if (!tree || issue->kind == ReportKind::kOverview) {
     status = 0;
     return;
   }
@@ -29,7 +29,7 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
             std::to_string(stats.sum_total_time),
         kLogTrace);
   }
-  if (issue->wantSummary && issue->kind == 1) {
+  if (issue->wantSummary && issue->kind == ReportKind::kAvailability) {
     addAvailabilityRows(*issue, folder, stats, "Worst check availability is ");
   }
   if (stats.checks != 0) {
@@ -40,10 +40,10 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
     asItem.worstName = label;
     parentStats.merge(asItem);
   }
-  if (issue->wantIncidents && (issue->kind == 1 || issue->kind == 2)) {
+  if (issue->wantIncidents && (issue->kind == ReportKind::kAvailability || issue->kind == ReportKind::kIncidents)) {
     addIncidentLog(*issue, folder, object.id, timeZone);
   }
-  if (issue->wantSummary && issue->kind == 5) {
+  if (issue->wantSummary && issue->kind == ReportKind::kConfiguration) {
     addNodeConfiguration(folder, *tree, report_tree_root(), timeZone);
   }
   hideIfWanted(folder, stats.worst);
@@ -54,7 +54,7 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
 void ReportHost::descend(const tql::patch_t& from, const tql::id_t& folder,
                          const IntervalSet& intervals, IssueStats& stats, int64_t& firstSample,
                          zone_t timeZone) {
-  if (issue->kind == 2) {
+  if (issue->kind == ReportKind::kIncidents) {
     traceId("Not descending from ", from.id);
     return;
   }

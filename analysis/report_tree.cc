@@ -9,11 +9,11 @@
 #include "tql/schema.h"
 
 ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelectionRecord>& selections,
-                      uint32_t kind) {
+                      ReportKind kind) {
   ReportTree tree;
   if (!selections.empty()) {
     tree.pattern = selectionTreePattern(selections, readNodeClasses());
-    if (kind == 4) {
+    if (kind == ReportKind::kOverview) {
       tree.selector = std::make_unique<NoCheckSelector>();
     } else {
       tree.selector = std::make_unique<TagCheckSelector>(selections);

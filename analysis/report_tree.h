@@ -8,6 +8,7 @@
 
 #include "analysis/check_selector.h"
 #include "analysis/report_selection.h"
+#include "analysis/resolved_issue.h"
 #include "tql/patch.h"
 #include "tql/pattern.h"
 
@@ -18,13 +19,13 @@ struct ReportTree {
 
 // For a report with selections (`selections` not empty): reads the node
 // class catalogue, and gives the selection pattern with a TagCheckSelector
-// (a NoCheckSelector for `kind` 4). Otherwise the old-style pattern over
+// (a NoCheckSelector for an overview). Otherwise the old-style pattern over
 // the Report's `contains` with an OldStyleCheckSelector; when `contains` is
 // absent or null, the debug line "Unable to find contents of template" and
 // no pattern (both members null). `selections` must outlive the selector.
 // Raises errors::tql (the catalogue's select, a damaged `contains`).
 ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelectionRecord>& selections,
-                      uint32_t kind);
+                      ReportKind kind);
 
 // The nodes of a report's tree: a Domain counts its children, a Node 1;
 // any other class is the fatal assertion "countNodes got neither Domain nor

@@ -4,8 +4,18 @@
 
 #include <cstdint>
 
+// What a report shows: its `type` (enumeration 0x1001e). A stored value
+// outside these is kept as it is and shows as none of them.
+enum class ReportKind : uint32_t {
+  kAvailability = 1,   // times in each state, availability, summaries, charts
+  kIncidents = 2,      // the nodes' incident logs
+  kStatistics = 3,     // the checks' values and charts
+  kOverview = 4,       // the domains and nodes, without their checks
+  kConfiguration = 5,  // the configuration of domains, nodes and checks
+};
+
 struct ResolvedIssue {
-  uint32_t kind = 0;                // `type`: 1 availability ... 5 configuration.
+  ReportKind kind{};                // `type`
   bool wantGraph = true;            // `formGraph`
   bool wantSummary = true;          // `formSummary`
   bool wantIncidents = true;        // `goodScore` or `warnScore` or `alertScore` or `includeConfig`

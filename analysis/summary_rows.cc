@@ -11,7 +11,7 @@
 namespace {
 
 bool availabilityReportWithSummary(const ResolvedIssue& issue) {
-  return issue.wantSummary && issue.kind == 1;
+  return issue.wantSummary && issue.kind == ReportKind::kAvailability;
 }
 
 void traceSums(const IssueStats& s, const Percentages& p) {

@@ -16,7 +16,7 @@ using Lines = std::vector<std::string>;
 
 ResolvedIssue availabilityReport() {
   ResolvedIssue issue;
-  issue.kind = 1;
+  issue.kind = ReportKind::kAvailability;
   return issue;
 }
 
@@ -87,7 +87,7 @@ TEST(SummaryRows, NoTimeAtAllShowsNan) {
 TEST(SummaryRows, OnlyInAnAvailabilityReportWithSummary) {
   const IssueStats s = sums(10, 0, 0, 0, 0, 10);
   ResolvedIssue statistics = availabilityReport();
-  statistics.kind = 3;
+  statistics.kind = ReportKind::kStatistics;
   ResolvedIssue noSummary = availabilityReport();
   noSummary.wantSummary = false;
   for (const ResolvedIssue& issue : {statistics, noSummary}) {

@@ -27,7 +27,9 @@ int64_t seconds(const tql::patch_t& report, int32_t number) {
 }
 
 void readSettings(const tql::patch_t& report, ResolvedIssue& options) {
-  tql::decode_enum(report.property(schema::kType), schema::kReportTypeEnum, options.kind);
+  uint32_t kind = 0;
+  tql::decode_enum(report.property(schema::kType), schema::kReportTypeEnum, kind);
+  options.kind = static_cast<ReportKind>(kind);
   options.wantGraph = flag(report, schema::kFormGraph);
   options.wantSummary = flag(report, schema::kFormSummary);
   options.wantIncidents = flag(report, schema::kGoodScore) || flag(report, schema::kWarnScore) ||

@@ -144,7 +144,7 @@ TEST(ResolvePeriod, PeriodsFromTheEpochOnStand) {
 TEST(ResolveSettings, DefaultsAndWhatCountsAsTrue) {
   ResolvedIssue issue;
   Report::resolveIssue(report(), 0, issue, kCopenhagen);
-  EXPECT_EQ(1u, issue.kind);
+  EXPECT_EQ(ReportKind::kAvailability, issue.kind);
   EXPECT_TRUE(issue.wantGraph && issue.wantSummary && issue.wantIncidents);
   EXPECT_EQ(0xFFFFFFFFu, issue.hideLevel);
   EXPECT_EQ(0.0, issue.hideThreshold);
