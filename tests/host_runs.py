@@ -173,10 +173,15 @@ class HostRun:
             code = self.proc.wait(timeout=max(0.1, left))
         except subprocess.TimeoutExpired:
             self._hang()
-        for t in self._readers:
-            t.join()
+        self._join_readers()
         err = self._err[0].decode("utf-8", "replace") if self._err else ""
         return Completed(code, "".join(self._out), err)
+
+    def _join_readers(self):
+        for t in self._readers:
+            t.join()
+        self.proc.stdout.close()
+        self.proc.stderr.close()
 
     def _hang(self):
         alive = marked_processes(self.marker)
@@ -193,8 +198,7 @@ class HostRun:
             except ProcessLookupError:
                 pass
         self.proc.wait()
-        for t in self._readers:
-            t.join()
+        self._join_readers()
         raise HostHang("%s: tavrel-host passed its deadline of %d s" % (self.name, self.deadline))
 
 
