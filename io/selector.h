@@ -160,4 +160,11 @@ void waitReady(Selectable& s);
 // when the time runs out, a zero time-out with nothing ready included.
 void waitReady(Selectable& s, Duration timeout);
 
+// A selectable that ends every waitReady when it becomes ready: the wait
+// raises io::EEndOfStream (its name, "Parent process has ended"). A child
+// sets its ParentWatch here, so that no wait outlives the parent; null (the
+// default) sets none. The guard must not be a stacked selectable's
+// underlying one, and must outlive the setting.
+void set_wait_guard(Selectable* guard);
+
 }  // namespace io

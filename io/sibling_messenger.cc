@@ -23,18 +23,28 @@ SiblingImplementation::SiblingImplementation(SiblingMessenger& messenger, int id
     : messenger_(messenger), id_(id), writer_("OutputSignalWriter", -1), input_(*this),
       output_(*this) {}
 
+// The parent is watched from before its FIFO is opened: a parent that
+// ends after that open is seen by the watch.
 SiblingMessenger::SiblingMessenger(int id, const std::string& prefix)
-    : SiblingMessenger(id, siblingmessenger_conf_t::from_environment(prefix)) {}
+    : SiblingMessenger(id, siblingmessenger_conf_t::from_environment(prefix),
+                       std::make_unique<ParentWatch>()) {}
 
 SiblingMessenger::SiblingMessenger(int id, const siblingmessenger_conf_t& conf)
+    : SiblingMessenger(id, conf, nullptr) {}
+
+SiblingMessenger::SiblingMessenger(int id, const siblingmessenger_conf_t& conf,
+                                   std::unique_ptr<ParentWatch> parent_watch)
     : my_sibling_id_((check_id(id), id)), conf_(conf), memory_(conf.mapfile, conf.mapsize),
       pool_(memory_.base(), memory_.size()), some_sibling_(*this) {
   uint32_t magic;
   std::memcpy(&magic, memory_.base(), sizeof(magic));
   TAVREL_ASSERT(magic == kPoolMagic, "Wrong header of shared memory pool");
+  if (parent_watch && parent_watch->is_ready()) throw error::ESystemError("Parent process has ended");
   fifo_ = std::make_unique<OwnFifo>(fifo_path(conf_.fifoprefix, id));
   input_reader_ = std::make_unique<PipeIStream>("InputSignalReader", fifo_->take_reader());
   set_underlying(input_reader_.get(), true);
+  parent_watch_ = std::move(parent_watch);
+  if (parent_watch_) set_underlying(parent_watch_.get(), true);
   if (id == 0) return;
   openFifo(0);
   TAVREL_ASSERT(has_sibling(0), "No parent siblingimplementation");
@@ -46,6 +56,7 @@ SiblingMessenger::~SiblingMessenger() {
     if (peer->watched_) set_underlying(&peer->writer_, false);
   }
   set_underlying(input_reader_.get(), false);
+  if (parent_watch_) set_underlying(parent_watch_.get(), false);
 }
 
 SiblingImplementation& SiblingMessenger::sibling(int id) {
@@ -68,6 +79,10 @@ int SiblingMessenger::next_ready_sibling() {
 void SiblingMessenger::underlyingIsReady(Selectable& s) {
   if (&s == input_reader_.get()) {
     read_signals();
+    return;
+  }
+  if (parent_watch_ && &s == parent_watch_.get()) {
+    parent_ended();
     return;
   }
   for (auto& [id, peer] : siblings_) {
@@ -213,6 +228,11 @@ void SiblingMessenger::sibling_died(int id) {
   peer.failed_ = true;
   append_null(peer);
   shutdown_check();
+}
+
+void SiblingMessenger::parent_ended() {
+  set_underlying(parent_watch_.get(), false);
+  if (!sibling(0).failed_) sibling_died(0);
 }
 
 // --- Input lists ---

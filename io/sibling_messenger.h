@@ -29,6 +29,7 @@
 #include <string>
 
 #include "io/block_chain.h"
+#include "io/parent_watch.h"
 #include "io/pipe_stream.h"
 #include "io/sibling_config.h"
 #include "io/sibling_signal.h"
@@ -138,8 +139,12 @@ class SiblingImplementation {
 class SiblingMessenger : public StackedSelectableBack {
  public:
   // A child: reads the environment under `prefix`, maps the pool, makes its
-  // FIFO, connects to the parent and sends IAmUp. Raises error::ESystemError
-  // or error::EParseError when the environment or the system fails it.
+  // FIFO, connects to the parent and sends IAmUp. It watches its parent
+  // process: when that ends, the parent counts as failed and its stream
+  // ends, as on SiblingDied(0). Raises error::ESystemError or
+  // error::EParseError when the environment or the system fails it, and
+  // error::ESystemError "Parent process has ended" when the parent is gone
+  // already.
   SiblingMessenger(int id, const std::string& prefix);
   // The same with the configuration given: a sibling that lives in the
   // parent's own process (the stand-in host), or, with id 0, the parent,
@@ -226,6 +231,10 @@ class SiblingMessenger : public StackedSelectableBack {
     bool completed = false;
   };
 
+  SiblingMessenger(int id, const siblingmessenger_conf_t& conf,
+                   std::unique_ptr<ParentWatch> parent_watch);
+  // The parent process has ended: what SiblingDied(0) does, once.
+  void parent_ended();
   void read_signals();
   void handle_signal(const Signal& signal);
   void on_sibling_at(int id);
@@ -250,6 +259,9 @@ class SiblingMessenger : public StackedSelectableBack {
   PoolView pool_;
   std::unique_ptr<OwnFifo> fifo_;
   std::unique_ptr<PipeIStream> input_reader_;  // "InputSignalReader".
+  // A child process's watch on its parent, underlying until it fired; null
+  // in the parent and in siblings that live in the parent's process.
+  std::unique_ptr<ParentWatch> parent_watch_;
 
   // Write side.
   std::unique_ptr<BlockChain> chain_;  // The own area, once the parent gave it.

@@ -9,6 +9,16 @@ namespace {
 
 constexpr int kTarget = 0;
 constexpr int kTimer = 1;
+constexpr int kGuard = 2;
+
+Selectable* wait_guard = nullptr;
+
+// Adds the guard to `selector`, unless the wait is for the guard itself.
+void add_guard(Selector<int>& selector, Selectable& s) {
+  if (wait_guard && wait_guard != &s) selector.add(*wait_guard, kGuard);
+}
+
+[[noreturn]] void guard_fired() { throw EEndOfStream(name_of(*wait_guard), "Parent process has ended"); }
 
 void check_target(Selectable& got, Selectable& wanted) {
   if (&got != &wanted)
@@ -17,11 +27,16 @@ void check_target(Selectable& got, Selectable& wanted) {
 
 }  // namespace
 
+void set_wait_guard(Selectable* guard) { wait_guard = guard; }
+
 void waitReady(Selectable& s) {
   if (s.is_ready()) return;
   Selector<int> selector;
   selector.add(s, kTarget);
-  check_target(*selector.poll().first, s);
+  add_guard(selector, s);
+  auto [got, which] = selector.poll();
+  if (which == kGuard) guard_fired();
+  check_target(*got, s);
 }
 
 void waitReady(Selectable& s, Duration timeout) {
@@ -41,8 +56,10 @@ void waitReady(Selectable& s, Duration timeout) {
     return;
   }
   selector.add(timer, kTimer);
+  add_guard(selector, s);
   auto [got, which] = selector.poll();
   if (which == kTimer) throw ETimeout(name_of(s));
+  if (which == kGuard) guard_fired();
   check_target(*got, s);
 }
 

@@ -1,7 +1,9 @@
 #include "queues/childqueue.h"
 
 #include <chrono>
+#include <cstdio>
 
+#include "base/error.h"
 #include "base/fatal.h"
 #include "base/log.h"
 #include "base/meter.h"
@@ -115,7 +117,7 @@ std::unique_ptr<event> childqueue::wait_reply(uint32_t request, queue_t peer) {
   auto start = std::chrono::steady_clock::now();
   std::unique_ptr<event> reply;
   for (;;) {
-    if (is_at_end(peer)) return nullptr;
+    if (is_at_end(peer) || is_at_end(main)) return nullptr;
     reply = read_one();
     if (!reply) continue;
     if (reply->inresponse == request && reply->dest == peer) break;
@@ -147,11 +149,27 @@ void set_log_queue(childqueue* q) {
     set_log_sink(nullptr);
     return;
   }
+  // A message that comes while another is being sent (the messenger logs a
+  // failed signal write from inside the send) would write into the event
+  // half written; one that can't be sent (the parent has gone) would raise
+  // from log(). Both go to standard error instead.
   set_log_sink([q](const std::string& msg, uint32_t log_type) {
-    control::Log_Request_Data data;
-    data.msg = msg;
-    data.log_type = log_type;
-    q->send(Log_Request_Event(main, q->new_request_number(), std::move(data)));
+    static bool sending = false;
+    if (!sending) {
+      sending = true;
+      try {
+        control::Log_Request_Data data;
+        data.msg = msg;
+        data.log_type = log_type;
+        q->send(Log_Request_Event(main, q->new_request_number(), std::move(data)));
+        sending = false;
+        return;
+      } catch (const error::Exception&) {
+        sending = false;
+      }
+    }
+    std::fprintf(stderr, "Log: %s\n", msg.c_str());
+    std::fflush(stderr);
   });
 }
 

@@ -58,7 +58,8 @@ class childqueue : public io::StackedSelectableBack {
   std::unique_ptr<event> next_event();
   // Blocks until the reply numbered `request` from `peer` has come. Other
   // events go on the pending list meanwhile. Null when `peer` reaches the
-  // end of its stream.
+  // end of its stream, and when the parent does: with the parent gone no
+  // sibling answers any more (the stand-in host's siblings die with it).
   std::unique_ptr<event> wait_reply(uint32_t request, queue_t peer);
   bool is_at_end(queue_t q) const;
   // Starts the messenger's shutdown towards the parent.

@@ -5,6 +5,8 @@
 #include "base/error.h"
 #include "base/log.h"
 #include "base/meter.h"
+#include "io/parent_watch.h"
+#include "io/selector.h"
 #include "io/sibling_messenger.h"
 #include "queues/childqueue.h"
 #include "queues/configuration.h"
@@ -33,6 +35,26 @@ class QueueInstalled {
   QueueInstalled& operator=(const QueueInstalled&) = delete;
 };
 
+// How long the process may go on after its parent ended before SIGALRM ends
+// it. The orderly end (end of stream on the parent's queue, or the lost-peer
+// error of a dialog) takes a moment; the guard is for what doesn't wait
+// through the messenger or waitReady.
+constexpr unsigned kParentGraceSeconds = 60;
+
+// Every waitReady of the process ends when the parent has ended, so that a
+// wait outside the messenger (a mail server that doesn't answer) doesn't
+// outlive it.
+class ParentGuarded {
+ public:
+  ParentGuarded() { io::set_wait_guard(&watch_); }
+  ~ParentGuarded() { io::set_wait_guard(nullptr); }
+  ParentGuarded(const ParentGuarded&) = delete;
+  ParentGuarded& operator=(const ParentGuarded&) = delete;
+
+ private:
+  io::ParentWatch watch_;
+};
+
 void apply_configuration(const control::Server_Configuration_Fields& config) {
   queues::set_configuration(config);
   set_log_mask(static_cast<uint32_t>(config.log_mask));
@@ -41,6 +63,7 @@ void apply_configuration(const control::Server_Configuration_Fields& config) {
 }
 
 void run() {
+  ParentGuarded guarded;
   io::SiblingMessenger messenger(queues::rept, "smem");
   {
     queues::childqueue queue(messenger);
@@ -66,6 +89,7 @@ void run() {
 int reporter_main() {
   // The static meters join the tree, so that GET_METRIC sees live values.
   meter::open_registry();
+  io::guard_parent_death(kParentGraceSeconds);
   // All messages until the configuration has come.
   set_log_mask(0xFFFFFFFFu);
   try {

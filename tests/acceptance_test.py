@@ -17,7 +17,6 @@ outside the reporter:
 
 usage: acceptance_test.py TAVREL_HOST TAVREL_REPORT TAVREL_TOOL RESOURCE_DIR
 """
-import copy
 import json
 import os
 import re
@@ -26,115 +25,45 @@ import socket
 import subprocess
 import sys
 import tempfile
-import threading
-import time
 
+import acceptance_worlds
+from acceptance_worlds import W, report
 from cases import case, finish
 from dump import value
+from host_runs import run_host
 from ports import free_port
 from run_results import RunResults, clean
 
 host, reporter, tool, resources = sys.argv[1:5]
-here = os.path.dirname(os.path.abspath(__file__))
-base_world = json.load(open(os.path.join(here, "worlds", "acceptance.json")))
-
-T0 = 1700006400  # 2023-11-15 00:00 UTC, the start of the data
-W = T0 + 20000   # the order time of every report
 
 
-def world(nodes=1, reports=(), faults=None, mail_server=None, unit=None, good_nodes=0, texts=()):
-    """The base world with `nodes` copies of its node in Servers (the first
-    check's `unit` blob set to `unit` when given), `good_nodes` clean copies
-    in a domain Good (0.1.7), the reports at the root, and `texts` as the
-    root's opening texts."""
-    w = copy.deepcopy(base_world)
-    w["objects"]["children"] += [{"class": "ReportText", "props": {
-        "type": {"enum": [65572, 0]}, "comment": {"string": t}}} for t in texts]
-    servers = w["objects"]["children"][0]
-    template = servers["children"].pop()
-    records = w["series"].pop()["records"]
-    good = {"class": "Domain", "id": "0.1.7", "props": {"name": {"string": "Good"}},
-            "children": []}
-
-    def add(domain, k):
-        node = copy.deepcopy(template)
-        base = 1000 + 3 * k
-        node["id"] = "0.1.%d" % base
-        node["props"]["name"] = {"string": "web%03d" % k}
-        node["props"]["longLabel"] = {"string": "web%03d.example.test" % k}
-        group = node["children"][0]
-        group["id"] = "0.1.%d" % (base + 1)
-        check = group["children"][0]
-        check["id"] = "0.1.%d" % (base + 2)
-        if unit is not None and domain is servers and k == 0:
-            check["props"]["unit"] = {"blob_hex": unit}
-        domain["children"].append(node)
-        w["series"].append({"owner": check["id"], "property": "tsdbIndex", "data_type": 5,
-                            "records": records})
-    for k in range(nodes):
-        add(servers, k)
-    for k in range(good_nodes):
-        add(good, nodes + k)
-    if good_nodes:
-        w["objects"]["children"].append(good)
-    w["objects"]["children"] += list(reports)
-    w["config"]["resource_directory"] = resources
-    w["cluster"] = {"props": {"reportGenerator": {"string": "main"}}}
-    if mail_server:
-        w["config"]["mail_server"] = mail_server
-    if faults:
-        w["faults"] = faults
-    return w
+def world(**options):
+    return acceptance_worlds.world(resources, **options)
 
 
-def report(rid, name, contains="0.1.2", kind=1, destination=None):
-    """A Report with one order at W over a fixed period of four hours."""
-    p = {"name": {"string": name}, "type": {"enum": [65566, kind]}, "period": {"null": "enum"},
-         "startTime": {"date": T0}, "duration": {"uint": 14400},
-         "contains": {"object_set": [contains]}, "date": {"enum": [65546, 0]},
-         "time": {"date": 0}, "frequency": {"uint": 0}, "order": {"uint": 0},
-         "maxInstances": {"null": "uint"}, "timeZone": {"int": 0}}
-    if destination:
-        p["destination"] = {"string": destination}
-    children = [{"class": "ReportOrder", "props": {"orderTime": {"date": W}}}]
-    return {"class": "Report", "id": rid, "props": p, "children": children}
+# A case's host run under ASan takes up to about 40 s on the shared machine.
+DEADLINE = 240
 
 
 class Run(RunResults):
-    """One host run on `w` (a world, or a file name); `on_progress(run, line)`
-    sees each --progress line as it comes. Keeps the exit code, standard
-    error, the log lines without date and clock, and the dump."""
+    """One host run on `w` (a world, or a file name); `on_progress(host, line)`
+    sees each --progress line as it comes (`host.proc` is the host's Popen).
+    Keeps the exit code, standard error, the log lines without date and
+    clock, and the dump."""
 
-    def __init__(self, w, *extra, on_progress=None, timeout=60):
+    def __init__(self, w, *extra, on_progress=None):
         with tempfile.TemporaryDirectory() as d:
             world_file = os.path.join(d, "world.json")
             with open(world_file, "w") as f:
                 json.dump(w, f)
             log_file, dump_file = os.path.join(d, "host.log"), os.path.join(d, "dump.json")
             env = dict(os.environ, TMPDIR=d, TZ="UTC")
-            self.proc = subprocess.Popen(
+            done = run_host(
                 [host, "run", "--world", world_file, "--reporter", reporter, "--eval-scale", "0.01",
                  "--log", log_file, "--dump", dump_file, "--progress"] + list(extra),
-                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, env=env)
-            err = []
-            reader = threading.Thread(target=lambda: err.append(self.proc.stderr.read()))
-            reader.start()
-            self.progress = []
-            deadline = time.time() + timeout
-            try:
-                for line in self.proc.stdout:
-                    self.progress.append(line.rstrip("\n"))
-                    if on_progress:
-                        on_progress(self, line)
-                    if time.time() > deadline:
-                        break
-                self.code = self.proc.wait(timeout=max(1, deadline - time.time()))
-            finally:
-                if self.proc.poll() is None:  # Only on a broken run: the host by its pid.
-                    self.proc.kill()
-                    self.proc.wait()
-                reader.join()
-            self.stderr = err[0] if err else ""
+                DEADLINE, env=env, log_file=log_file, on_line=on_progress)
+            self.code, self.stderr = done.code, done.stderr
+            self.progress = done.stdout.splitlines()
             self.read_results(d, log_file, dump_file)
 
     def children(self, rid, cls):
@@ -203,12 +132,12 @@ def reporter_pid(host_pid):
 def restart_case(check):
     killed = []
 
-    def kill_at_first_step(run, line):
+    def kill_at_first_step(host_run, line):
         # The instance starts at 1 %; at 5 % some nodes are done and the
         # report's number is written.
         m = re.match(r"progress: \S+ (\d+)% R$", line.strip())
         if not killed and m and 5 <= int(m.group(1)) < 50:
-            pid = reporter_pid(run.proc.pid)
+            pid = reporter_pid(host_run.proc.pid)
             if pid:
                 os.kill(pid, signal.SIGKILL)
                 killed.append(pid)

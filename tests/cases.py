@@ -10,6 +10,7 @@ it is defined, collects its failures instead of stopping at the first, and
 import sys
 
 results = {}
+current = None  # The name of the case that runs now (host_runs names its runs by it).
 
 
 def case(name):
@@ -19,10 +20,14 @@ def case(name):
         def check(cond, what):
             if not cond:
                 failures.append(what)
+        global current
+        current = name
         try:
             f(check)
         except Exception as e:  # A broken run is a failure of the case, not of the script.
             failures.append("raised %r" % e)
+        finally:
+            current = None
         results[name] = failures
         return f
     return register

@@ -17,8 +17,12 @@ import sys
 import tempfile
 
 from dump import prop_value
+from host_runs import run_host
 
 host, generation_child, reporter, tests_dir = sys.argv[1:5]
+# A host run's deadline in seconds: a hang, not slowness (the ASan run takes
+# a few seconds).
+DEADLINE = 120
 BASE = json.load(open(os.path.join(tests_dir, "worlds", "generation.json")))
 D0 = 1699830000          # 2023-11-13 00:00 in Copenhagen
 ORDER = 1699920000       # 2023-11-14 01:00 in Copenhagen: "yesterday" is 2023-11-13
@@ -65,9 +69,9 @@ def run(reports, generate, faults=None, ops_reports=(), child=generation_child):
             json.dump(world, f)
         log_file, dump_file = os.path.join(d, "host.log"), os.path.join(d, "dump.json")
         env = dict(os.environ, TMPDIR=d, TZ="Europe/Copenhagen", TAVREL_TEST_GENERATE=generate)
-        done = subprocess.run([host, "run", "--world", world_file, "--reporter", child,
-                               "--until-idle", "1", "--log", log_file, "--dump", dump_file],
-                              capture_output=True, text=True, timeout=120, env=env)
+        done = run_host([host, "run", "--world", world_file, "--reporter", child,
+                         "--until-idle", "1", "--log", log_file, "--dump", dump_file],
+                        DEADLINE, env=env, log_file=log_file)
         check(done.returncode == 0, "host exit %d: %s" % (done.returncode, done.stderr))
         log = open(log_file).read() if os.path.exists(log_file) else ""
         dump = json.load(open(dump_file)) if os.path.exists(dump_file) else {"objects": {}, "series": []}

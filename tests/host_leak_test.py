@@ -12,30 +12,17 @@ usage: host_leak_test.py TAVREL_HOST QUEUE_CHILD
 import json
 import os
 import signal
-import subprocess
 import sys
 import tempfile
 import time
 import unittest
 
+from host_runs import HostRun, marked_processes
+
 HOST, CHILD = sys.argv.pop(1), sys.argv.pop(1)
+DEADLINE = 60  # a host run's, in seconds: a hang, not slowness
 WORLD = {"config": {"mail_server": "mail.example:2525"},
          "objects": {"class": "Domain", "id": "0.1", "props": {"name": {"string": "root"}}}}
-
-
-def marked_processes(marker):
-    """The pids of live processes whose environment holds `marker`."""
-    found = []
-    for pid in filter(str.isdigit, os.listdir("/proc")):
-        try:
-            with open("/proc/%s/environ" % pid, "rb") as f:
-                if marker.encode() in f.read().split(b"\0"):
-                    with open("/proc/%s/stat" % pid) as s:
-                        if s.read().rsplit(")", 1)[1].split()[0] != "Z":
-                            found.append(int(pid))
-        except OSError:
-            pass  # Gone meanwhile, or not ours to read.
-    return found
 
 
 def shm_entries():
@@ -50,22 +37,24 @@ class HostLeaves(unittest.TestCase):
         self.world = os.path.join(self.dir.name, "world.json")
         with open(self.world, "w") as f:
             json.dump(WORLD, f)
-        self.marker = "HOST_LEAK_TEST=%d.%s" % (os.getpid(), self.id())
         self.shm_before = shm_entries()
+        self.markers = []
 
     def tearDown(self):
-        for pid in marked_processes(self.marker):
-            os.kill(pid, signal.SIGKILL)
+        for marker in self.markers:
+            for pid in marked_processes(marker):
+                os.kill(pid, signal.SIGKILL)
         self.dir.cleanup()
 
     def start(self, reporter):
-        env = dict(os.environ, TMPDIR=self.tmp)
-        key, value = self.marker.split("=", 1)
-        env[key] = value
-        return subprocess.Popen([HOST, "run", "--world", self.world, "--reporter", reporter,
-                                 "--until-idle", "1"],
-                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
-                                env=env)
+        """The host on the world with `reporter`; its processes carry the
+        run's marker (self.marker)."""
+        run = HostRun([HOST, "run", "--world", self.world, "--reporter", reporter,
+                       "--until-idle", "1"], DEADLINE, env=dict(os.environ, TMPDIR=self.tmp),
+                      name=self.id()).start()
+        self.marker = run.marker
+        self.markers.append(run.marker)
+        return run
 
     def assert_nothing_left(self):
         # A process ends a moment after its last descriptor closed; give the
@@ -81,10 +70,10 @@ class HostLeaves(unittest.TestCase):
         self.assertEqual(set(), shm_entries() - self.shm_before, "new files in /dev/shm")
 
     def test_normal_run(self):
-        host = self.start(CHILD)
-        out, err = host.communicate(timeout=60)
+        done = self.start(CHILD).finish()
+        err = done.stderr
         # The child's delete of a missing object fails, so it ends with 1.
-        self.assertEqual(1, host.returncode, err)
+        self.assertEqual(1, done.code, err)
         self.assertIn("reporter exited with 1", err)
         self.assert_nothing_left()
 
@@ -104,7 +93,7 @@ class HostLeaves(unittest.TestCase):
         child = []
         while not child and time.monotonic() < deadline:
             # The host itself carries the marker too; the child is the other one.
-            child = [p for p in marked_processes(self.marker) if p != host.pid]
+            child = [p for p in marked_processes(self.marker) if p != host.proc.pid]
             time.sleep(0.01)
         self.assertEqual(1, len(child), "the reporter never started")
         # While it runs, the FIFOs are there: the checks afterwards can see them.
@@ -114,26 +103,24 @@ class HostLeaves(unittest.TestCase):
     def test_reporter_killed(self):
         host = self.start(self.sleeper())
         os.kill(self.running_reporter(host), signal.SIGKILL)
-        out, err = host.communicate(timeout=60)
-        self.assertIn("reporter exited with 137", err)
+        self.assertIn("reporter exited with 137", host.finish().stderr)
         self.assert_nothing_left()
 
     def test_host_stopped_by_a_signal(self):
         for signo in (signal.SIGTERM, signal.SIGINT):
             host = self.start(self.sleeper())
             self.running_reporter(host)
-            host.send_signal(signo)
-            out, err = host.communicate(timeout=60)
-            self.assertEqual(128 + signo, host.returncode, err)
-            self.assertIn("stopped by signal %d" % signo, err)
+            host.proc.send_signal(signo)
+            done = host.finish()
+            self.assertEqual(128 + signo, done.code, done.stderr)
+            self.assertIn("stopped by signal %d" % signo, done.stderr)
             self.assert_nothing_left()
 
     def test_reporter_that_cannot_start(self):
         missing = os.path.join(self.dir.name, "no-such-reporter")
-        host = self.start(missing)
-        out, err = host.communicate(timeout=60)
-        self.assertEqual(2, host.returncode)
-        self.assertIn("Cannot start " + missing, err)
+        done = self.start(missing).finish()
+        self.assertEqual(2, done.code)
+        self.assertIn("Cannot start " + missing, done.stderr)
         self.assert_nothing_left()
 
 

@@ -11,7 +11,12 @@ import subprocess
 import sys
 import tempfile
 
+from host_runs import run_host
+
 host, child = sys.argv[1], sys.argv[2]
+# A host run's deadline in seconds: a hang, not slowness (the ASan run takes
+# a few seconds).
+DEADLINE = 60
 failures = []
 
 
@@ -32,9 +37,9 @@ with tempfile.TemporaryDirectory() as d:
     log_file = os.path.join(d, "host.log")
     dump_file = os.path.join(d, "dump.json")
     env = dict(os.environ, TMPDIR=d)
-    run = subprocess.run([host, "run", "--world", world_file, "--reporter", child,
-                          "--until-idle", "1", "--log", log_file, "--dump", dump_file],
-                         capture_output=True, text=True, timeout=60, env=env)
+    run = run_host([host, "run", "--world", world_file, "--reporter", child,
+                    "--until-idle", "1", "--log", log_file, "--dump", dump_file],
+                   DEADLINE, env=env, log_file=log_file, name="host run with the queue child")
     # The child's delete of 0.1.5 fails in the database (no such object), so
     # it ends with 1, and the host passes that on.
     check(run.returncode == 1, "exit code %d, stderr %r" % (run.returncode, run.stderr))

@@ -36,8 +36,12 @@ from email.utils import parseaddr
 from cases import case, finish
 from dump import objects_by_id, value
 from ports import free_port
+from host_runs import run_host
 
 host, reporter, tool, resources, tests_dir, smtp_peer = sys.argv[1:7]
+# A host run's deadline in seconds: a hang, not slowness (the ASan run takes
+# a few seconds).
+DEADLINE = 120
 sys.path.insert(0, os.path.dirname(smtp_peer))
 from png_check import png_problem  # noqa: E402 (beside the peer, in email/testdata)
 python = "/usr/bin/python3"  # Debian's, which has aiosmtpd
@@ -167,10 +171,10 @@ class Run:
         os.makedirs(tmp)
         env = dict(os.environ, TMPDIR=tmp, TZ="UTC")
         log = os.path.join(work, "host.log")
-        done = subprocess.run(
+        done = run_host(
             [host, "run", "--world", world_file, "--reporter", reporter, "--until-idle", "2",
              "--eval-scale", "0.01", "--log", log, "--dump", self.dump_file],
-            capture_output=True, text=True, timeout=60, env=env)
+            DEADLINE, env=env, log_file=log)
         self.code, self.stderr = done.returncode, done.stderr
         self.log = open(log).read().splitlines()
         self.dump = json.load(open(self.dump_file))

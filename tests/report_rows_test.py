@@ -22,8 +22,12 @@ import tempfile
 
 from cases import case, finish
 from dump import objects_by_id, value
+from host_runs import run_host
 
 host, reporter = sys.argv[1], sys.argv[2]
+# A host run's deadline in seconds: a hang, not slowness (the ASan run takes
+# a few seconds).
+DEADLINE = 120
 here = os.path.dirname(os.path.abspath(__file__))
 base_world = json.load(open(os.path.join(here, "worlds", "report_rows.json")))
 
@@ -58,10 +62,11 @@ class Run:
                 json.dump(world, f)
             dump_file = os.path.join(d, "dump.json")
             env = dict(os.environ, TMPDIR=d, TZ="UTC")
-            done = subprocess.run(
+            log_file = os.path.join(d, "host.log")
+            done = run_host(
                 [host, "run", "--world", world_file, "--reporter", reporter, "--until-idle", "1",
-                 "--eval-scale", "0.01", "--log", os.path.join(d, "host.log"), "--dump", dump_file],
-                capture_output=True, text=True, timeout=120, env=env)
+                 "--eval-scale", "0.01", "--log", log_file, "--dump", dump_file],
+                DEADLINE, env=env, log_file=log_file)
             self.code, self.stderr = done.returncode, done.stderr
             self.dump = json.load(open(dump_file))
             self.left = [n for n in os.listdir(d) if n.startswith("tavrel-host")]

@@ -16,8 +16,12 @@ import tempfile
 
 from cases import case, finish
 from run_results import RunResults, clean
+from host_runs import run_host
 
 host, reporter = sys.argv[1], sys.argv[2]
+# A host run's deadline in seconds: a hang, not slowness (the ASan run takes
+# a few seconds).
+DEADLINE = 120
 worlds = os.path.join(os.path.dirname(os.path.abspath(__file__)), "worlds")
 
 
@@ -29,10 +33,10 @@ class Run(RunResults):
             log_file = os.path.join(d, "host.log")
             dump_file = os.path.join(d, "dump.json")
             env = dict(os.environ, TMPDIR=d, TZ="UTC")
-            done = subprocess.run(
+            done = run_host(
                 [host, "run", "--world", world, "--reporter", reporter, "--until-idle", "1",
                  "--eval-scale", "0.01", "--log", log_file, "--dump", dump_file] + list(extra),
-                capture_output=True, text=True, timeout=120, env=env)
+                DEADLINE, env=env, log_file=log_file)
             self.code = done.returncode
             self.stderr = done.stderr
             self.read_results(d, log_file, dump_file)
