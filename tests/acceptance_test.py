@@ -25,6 +25,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import threading
 
 import acceptance_worlds
 from acceptance_worlds import W, report
