@@ -54,7 +54,7 @@ std::unique_ptr<tql::pattern_t> pathToObject(const tql::patch_t& object) {
 // The group reference of `p`: set when it is an object property that is not
 // null.
 std::optional<tql::id_t> groupOf(const tql::property_t* p) {
-  const auto ref = valueOf<tql::property_object_t>(p);
+  const auto ref = tql::value_of<tql::property_object_t>(p);
   if (!ref) return std::nullopt;
   return ref->id;
 }
@@ -95,7 +95,7 @@ std::optional<tql::id_t> domainGroup(ObjectSource& objects, const tql::patch_t& 
 // The rows of the group's alert paths; false when a path can't be found.
 bool writePaths(RowSink& rows, ObjectSource& objects, const tql::id_t& folder,
                 const tql::patch_t& group, const tql::id_t& rootId) {
-  const auto members = valueOf<tql::property_object_set_t>(group, schema::kMembers);
+  const auto members = tql::value_of<tql::property_object_set_t>(group, schema::kMembers);
   if (!members) return true;
   for (const auto& [pathId, origin] : *members) {
     trace("Got path " + pathId.text());
@@ -156,7 +156,7 @@ void writeAlertGroupRows(RowSink& rows, ObjectSource& objects, const tql::id_t& 
     return;
   }
   trace("Got alertgroup " + group->text());
-  const auto name = valueOf<tql::property_string_t>(*found, schema::kName);
+  const auto name = tql::value_of<tql::property_string_t>(*found, schema::kName);
   if (!name) return;
   rows.row(folder, "Alert group", prefix + *name, {});
   writePaths(rows, objects, folder, *found, rootId);

@@ -68,7 +68,7 @@ void subFolderIfAnySet(RowSink& rows, const tql::id_t& folder, const tql::patch_
 }
 
 void writeForecast(RowSink& rows, const tql::id_t& folder, const tql::patch_t& check) {
-  const auto enabled = valueOf<tql::property_boolean_t>(check, schema::kForecastEnabled);
+  const auto enabled = tql::value_of<tql::property_boolean_t>(check, schema::kForecastEnabled);
   if (!enabled || !*enabled) {
     rows.row(folder, "Forecast enabled", "false", {});
     return;
@@ -110,7 +110,7 @@ void writeConfiguration(RowSink& rows, ObjectSource& objects, const tql::patch_t
   rows.propertyRowIfSet(folder, "Check interval", check, schema::kFrequency, {});
   writeAlertGroupRows(rows, objects, folder, check, rootId);
   // Required: an absent alertStrategy raises errors::tql.
-  const auto strategy = valueOf<tql::property_enum_t>(&check.property(schema::kAlertStrategy));
+  const auto strategy = tql::value_of<tql::property_enum_t>(&check.property(schema::kAlertStrategy));
   const uint32_t* strategyValue = strategy ? &strategy->value : nullptr;
   const std::string strategyText = alertStrategyText(strategyValue);
   rows.propertyRow(folder, "Acknowledge alerts", check, schema::kAcknowledgeAlerts, false, "", {});

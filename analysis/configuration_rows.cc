@@ -20,7 +20,7 @@ constexpr LabelledProperty kNodeScoreKeeper[] = {
 // sub-folder made when the first one is found.
 void writeNodeClasses(RowSink& rows, ObjectSource& objects, const tql::id_t& folder,
                       const tql::patch_t& node) {
-  const auto classes = valueOf<tql::property_object_set_t>(node, schema::kNodeClasses);
+  const auto classes = tql::value_of<tql::property_object_set_t>(node, schema::kNodeClasses);
   if (!classes) return;
   tql::id_t sub;
   for (const auto& [id, origin] : *classes) {
@@ -44,7 +44,7 @@ void writeNodeConfiguration(RowSink& rows, ObjectSource& objects, const tql::id_
                             const tql::patch_t& node, const tql::id_t& rootId, zone_t timeZone) {
   if (const auto label = nonEmptyString(node, schema::kLabel)) rows.row(folder, "Label", *label, {});
   rows.propertyRow(folder, "Info URL", node, schema::kInfoUrl, false, "", {});
-  const auto checkin = valueOf<tql::property_uint_t>(node, schema::kCheckinFrequency);
+  const auto checkin = tql::value_of<tql::property_uint_t>(node, schema::kCheckinFrequency);
   rows.row(folder, "Checkin interval", checkin ? std::to_string(*checkin) : "never checkin", {});
   writeAlertGroupRows(rows, objects, folder, node, rootId);
   rows.propertyRow(folder, "Acknowledge alerts", node, schema::kAcknowledgeAlerts, false, "", {});

@@ -24,7 +24,7 @@ bool orderedBefore(const tql::patch_t& a, const tql::patch_t& b) {
 }
 
 std::optional<tql::id_t> destinationOf(const tql::patch_t& rule) {
-  const auto ref = valueOf<tql::property_object_t>(rule, schema::kDestination);
+  const auto ref = tql::value_of<tql::property_object_t>(rule, schema::kDestination);
   if (!ref) return std::nullopt;
   return ref->id;
 }
@@ -52,8 +52,8 @@ std::string targetText(const tql::patch_t& rule, const std::map<tql::id_t, tql::
   const auto id = destinationOf(rule);
   const auto found = id ? targets.find(*id) : targets.end();
   if (found == targets.end()) return "<deleted forward LogCheck>";
-  const auto agent = valueOf<tql::property_string_t>(found->second, schema::kAgentId);
-  TAVREL_ASSERT(agent.has_value(),
+  const auto agent = tql::value_of<tql::property_string_t>(found->second, schema::kAgentId);
+  TAVREL_ASSERT(agent != nullptr,
                 "agent_id_prop is NULL in ReportSingleRawIssue::analyseConfiguration");
   return "'" + *agent + "'";
 }
@@ -69,9 +69,9 @@ void writeEntry(RowSink& rows, const tql::id_t& folder, const tql::patch_t& entr
     return;
   }
   if (entry.class_ != schema::kLogCheckRule) return;
-  const auto regex = valueOf<tql::property_string_t>(entry, schema::kLogCheckRegex);
-  const auto status = valueOf<tql::property_enum_t>(entry, schema::kLogCheckStatus);
-  const auto decision = valueOf<tql::property_enum_t>(entry, schema::kLogCheckLogDecision);
+  const auto regex = tql::value_of<tql::property_string_t>(entry, schema::kLogCheckRegex);
+  const auto status = tql::value_of<tql::property_enum_t>(entry, schema::kLogCheckStatus);
+  const auto decision = tql::value_of<tql::property_enum_t>(entry, schema::kLogCheckLogDecision);
   if (!regex || !status || !decision) return;
   const bool forwards = decision->value == 2 || decision->value == 3;
   rows.row(folder, "",

@@ -62,7 +62,7 @@ void resolve(std::list<tql::condition_t>& conditions, const NodeClassCatalogue& 
   tql::object_set_t value;
   for (const tql::id_t& c : closure) value.emplace(c, tql::origin_t{});
   conditions.push_back(tql::condition_t{
-      tql::make_property<9>(schema::kNodeClasses, std::move(value)), tql::kIntersects});
+      tql::make_property<tql::kind::kObjectSet>(schema::kNodeClasses, std::move(value)), tql::kIntersects});
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ TEST(PropertyOrder, KeysInTurnAndDescendingKeys) {
 TEST(PropertyOrder, ValuesThatCannotBeComparedRaise) {
   const tql::patch_t a = Labelled(1, "a");
   tql::patch_t b = Labelled(2, nullptr);
-  b.set_property(tql::make_property<20>(schema::kLongLabel, 3u));
+  b.set_property(tql::make_property<tql::kind::kUint>(schema::kLongLabel, 3u));
   EXPECT_THROW(propertyOrderBefore({{schema::kLongLabel, true}}, a, b), errors::tql);
 }
 

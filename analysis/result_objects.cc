@@ -17,7 +17,7 @@ uint32_t next_result_order() {
 }
 
 tql::property_ptr orderProperty() {
-  return tql::make_property<20>(schema::kOrder, next_result_order());
+  return tql::make_property<tql::kind::kUint>(schema::kOrder, next_result_order());
 }
 
 void appendOrigin(std::vector<tql::property_ptr>& properties, const tql::id_t& origin) {
@@ -41,7 +41,7 @@ tql::id_t createResult(const tql::id_t& parent, int32_t class_,
 tql::id_t addFolder(const tql::id_t& parent, uint32_t folderType, const std::string& name,
                     const tql::id_t& origin) {
   std::vector<tql::property_ptr> p;
-  p.emplace_back(tql::make_property<25>(schema::kFolderType,
+  p.emplace_back(tql::make_property<tql::kind::kEnum>(schema::kFolderType,
                                         tql::enum_value_t{schema::kFolderTypeEnum, folderType}));
   p.emplace_back(tql::make_string_property(schema::kName, name));
   p.emplace_back(orderProperty());

@@ -44,7 +44,7 @@ std::unique_ptr<tql::pattern_t> inGroups(std::unique_ptr<tql::pattern_t> inner,
 }  // namespace
 
 tql::condition_t idInSet(const tql::object_set_t& ids) {
-  return {tql::make_property<9>(schema::kId, ids), tql::kElementOf};
+  return {tql::make_property<tql::kind::kObjectSet>(schema::kId, ids), tql::kElementOf};
 }
 
 tql::condition_t isActive() {

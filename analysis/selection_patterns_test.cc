@@ -124,7 +124,7 @@ tql::patch_t NodeClass(const tql::id_t& id, bool autoPromote, tql::object_set_t 
   p.class_ = schema::kNodeClass;
   p.id = id;
   p.set_property(tql::make_boolean_property(schema::kAutoPromote, autoPromote));
-  p.set_property(tql::make_property<9>(schema::kInheritsFrom, std::move(parents)));
+  p.set_property(tql::make_property<tql::kind::kObjectSet>(schema::kInheritsFrom, std::move(parents)));
   return p;
 }
 

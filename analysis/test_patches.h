@@ -20,12 +20,12 @@ inline tql::patch_t object(int32_t class_number, std::vector<tql::patch_t> child
 }
 
 inline tql::patch_t& withUint(tql::patch_t& p, int32_t number, uint32_t v) {
-  p.set_property(tql::make_property<20>(number, v));
+  p.set_property(tql::make_property<tql::kind::kUint>(number, v));
   return p;
 }
 
 inline tql::patch_t& withReal(tql::patch_t& p, int32_t number, double v) {
-  p.set_property(tql::make_property<13>(number, v));
+  p.set_property(tql::make_property<tql::kind::kReal>(number, v));
   return p;
 }
 
@@ -36,7 +36,7 @@ inline tql::patch_t& withString(tql::patch_t& p, int32_t number, std::string v) 
 
 inline tql::patch_t& withEnum(tql::patch_t& p, int32_t number, uint32_t value,
                              uint32_t enumeration = schema::kStateActionEnum) {
-  p.set_property(tql::make_property<25>(number, tql::enum_value_t{enumeration, value}));
+  p.set_property(tql::make_property<tql::kind::kEnum>(number, tql::enum_value_t{enumeration, value}));
   return p;
 }
 
@@ -53,7 +53,7 @@ inline tql::patch_t& withObject(tql::patch_t& p, int32_t number, tql::id_t id) {
 inline tql::patch_t& withObjectSet(tql::patch_t& p, int32_t number, std::vector<tql::id_t> ids) {
   tql::object_set_t set;
   for (const tql::id_t& id : ids) set.emplace(id, tql::origin_t{});
-  p.set_property(tql::make_property<9>(number, std::move(set)));
+  p.set_property(tql::make_property<tql::kind::kObjectSet>(number, std::move(set)));
   return p;
 }
 
@@ -90,7 +90,7 @@ inline tql::patch_t dayPlanner(std::string name, std::vector<tql::patch_t> event
 
 inline tql::patch_t datePlanner(int64_t date, std::vector<tql::patch_t> events) {
   tql::patch_t d = object(schema::kDatePlanner, std::move(events));
-  d.set_property(tql::make_property<17>(schema::kDate, date));
+  d.set_property(tql::make_property<tql::kind::kDate>(schema::kDate, date));
   return d;
 }
 

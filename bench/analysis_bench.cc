@@ -33,11 +33,11 @@ class Numbers {
 tql::patch_t benchCheck() {
   tql::patch_t check;
   check.class_ = 1;
-  check.set_property(tql::make_property<20>(schema::kFrequency, 30u));
-  check.set_property(tql::make_property<13>(schema::kWarnIfAbove, 70.0));
-  check.set_property(tql::make_property<13>(schema::kAlertIfAbove, 90.0));
+  check.set_property(tql::make_property<tql::kind::kUint>(schema::kFrequency, 30u));
+  check.set_property(tql::make_property<tql::kind::kReal>(schema::kWarnIfAbove, 70.0));
+  check.set_property(tql::make_property<tql::kind::kReal>(schema::kAlertIfAbove, 90.0));
   for (int32_t n = 0; n < 4; ++n) {
-    check.set_property(tql::make_property<25>(
+    check.set_property(tql::make_property<tql::kind::kEnum>(
         schema::kStateAction0 + n,
         tql::enum_value_t{schema::kStateActionEnum, static_cast<uint32_t>(n)}));
   }

@@ -32,7 +32,7 @@ std::vector<tsdb::interval_ptr> records() {
 const tql::patch_t& graphObject() {
   static const tql::patch_t object = [] {
     tql::patch_t o;
-    o.set_property(tql::make_property<22>(schema::kUnit, std::string("\x11\x01", 2)));
+    o.set_property(tql::make_property<tql::kind::kBlob>(schema::kUnit, std::string("\x11\x01", 2)));
     return o;
   }();
   return object;

@@ -20,7 +20,7 @@ std::vector<tql::property_ptr> some_properties() {
   std::vector<tql::property_ptr> out;
   out.emplace_back(tql::make_string_property(54, "Weekly"));
   out.emplace_back();
-  out.emplace_back(tql::make_property<17>(325, 1700000000));
+  out.emplace_back(tql::make_property<tql::kind::kDate>(325, 1700000000));
   return out;
 }
 

@@ -14,19 +14,13 @@
 #include "queues/report_incident.h"
 #include "queues/tql_operations.h"
 #include "report/server_report.h"
+#include "report/server_values.h"
 #include "resource/collection.h"
 #include "tql/errors.h"
 #include "tql/property.h"
 #include "tql/schema.h"
 
 namespace {
-
-// The report's `timeZone`, or the zone of TZ when it has none.
-zone_t zone_of(const tql::patch_t& report) {
-  const auto* zone =
-      dynamic_cast<const tql::property_int_t*>(report.find_property(schema::kTimeZone));
-  return timeZoneValue(zone != nullptr && !zone->is_null ? zone->value : kEnvironmentZone);
-}
 
 // Whether the instance's generation is over: `workerNode` is not a set
 // value other than 0.
@@ -59,7 +53,7 @@ void send_stored_report(const std::vector<std::string>& addresses, const tql::id
   const std::unique_ptr<report::ReportInstance> instance =
       report::open_server_instance(instance_id);
 
-  const ReportMail mail{addresses, instance.get(), zone_of(*report),
+  const ReportMail mail{addresses, instance.get(), report::stored::zone_of(*report),
                         order->is_null ? 0 : order->value};
   send_report_mail(mail, configured_mail_settings(), resource::resources(),
                    [&report_id](uint32_t severity, const std::string& text) {

@@ -98,15 +98,15 @@ TEST(FindContiguous, EnumSamplesCoverTheRecord) {
 struct Object {
   tql::patch_t patch;
   Object& real(int32_t n, double v) {
-    patch.set_property(tql::make_property<13>(n, v));
+    patch.set_property(tql::make_property<tql::kind::kReal>(n, v));
     return *this;
   }
   Object& uint(int32_t n, uint32_t v) {
-    patch.set_property(tql::make_property<20>(n, v));
+    patch.set_property(tql::make_property<tql::kind::kUint>(n, v));
     return *this;
   }
   Object& blob(int32_t n, std::string v) {
-    patch.set_property(tql::make_property<22>(n, std::move(v)));
+    patch.set_property(tql::make_property<tql::kind::kBlob>(n, std::move(v)));
     return *this;
   }
   Object& text(int32_t n, std::string v) {
@@ -114,7 +114,7 @@ struct Object {
     return *this;
   }
   Object& null(int32_t n) {
-    auto p = tql::make_property<13>(n, 0.0);
+    auto p = tql::make_property<tql::kind::kReal>(n, 0.0);
     p->is_null = true;
     patch.set_property(std::move(p));
     return *this;

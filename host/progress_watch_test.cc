@@ -12,7 +12,7 @@ namespace {
 // A `progress`, and a `name` unless it is empty.
 std::vector<tql::property_ptr> instance_props(uint32_t progress, const std::string& name = "") {
   std::vector<tql::property_ptr> props;
-  props.emplace_back(tql::make_property<20>(schema::kProgress, progress));
+  props.emplace_back(tql::make_property<tql::kind::kUint>(schema::kProgress, progress));
   if (!name.empty()) props.emplace_back(tql::make_string_property(schema::kName, name));
   return props;
 }

@@ -9,7 +9,7 @@ namespace {
 
 std::vector<tql::property_ptr> order(uint32_t n) {
   std::vector<tql::property_ptr> props;
-  props.emplace_back(tql::make_property<20>(schema::kOrder, n));
+  props.emplace_back(tql::make_property<tql::kind::kUint>(schema::kOrder, n));
   return props;
 }
 

@@ -72,19 +72,19 @@ std::vector<tql::property_ptr> props(tql::property_ptr p) {
 }
 
 tql::property_ptr string_prop(int32_t number, const std::string& v) {
-  return tql::make_property<7>(number, v);
+  return tql::make_property<tql::kind::kString>(number, v);
 }
-tql::property_ptr bool_prop(int32_t number, bool v) { return tql::make_property<21>(number, v); }
+tql::property_ptr bool_prop(int32_t number, bool v) { return tql::make_property<tql::kind::kBoolean>(number, v); }
 tql::property_ptr uint_prop(int32_t number, uint32_t v) {
-  return tql::make_property<20>(number, v);
+  return tql::make_property<tql::kind::kUint>(number, v);
 }
 tql::property_ptr object_prop(int32_t number, const tql::id_t& v) {
-  return tql::make_property<10>(number, tql::object_ref_t{v, {}});
+  return tql::make_property<tql::kind::kObject>(number, tql::object_ref_t{v, {}});
 }
 tql::property_ptr object_set_prop(int32_t number, const std::vector<tql::id_t>& ids) {
   tql::object_set_t set;
   for (const tql::id_t& id : ids) set.emplace(id, tql::origin_t{});
-  return tql::make_property<9>(number, std::move(set));
+  return tql::make_property<tql::kind::kObjectSet>(number, std::move(set));
 }
 
 }  // namespace host::testing

@@ -6,6 +6,7 @@
 #include "tql/decode.h"
 #include "tql/errors.h"
 #include "tql/schema.h"
+#include "tql/value_of.h"
 
 namespace report::stored {
 namespace {
@@ -76,6 +77,11 @@ void sort_folders(std::vector<tql::patch_t>& folders) {
   std::stable_sort(folders.begin(), folders.end(), [&](const tql::patch_t& a, const tql::patch_t& b) {
     return folder_before(key(a), key(b));
   });
+}
+
+zone_t zone_of(const tql::patch_t& report) {
+  const int32_t* zone = tql::value_of<tql::property_int_t>(report, schema::kTimeZone);
+  return timeZoneValue(zone != nullptr ? *zone : kEnvironmentZone);
 }
 
 }  // namespace report::stored

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "base/zone.h"
 #include "tql/patch.h"
 
 namespace report::stored {
@@ -39,6 +40,10 @@ std::optional<uint32_t> folder_type_of(const tql::patch_t& object);
 // The id in `originNode` in text form; empty when missing or null. Raises
 // errors::tql code 9 for a property of another kind.
 std::string origin_of(const tql::patch_t& object);
+
+// The report's time zone: its `timeZone` when that is a set int, else the
+// zone of the environment (TZ at start).
+zone_t zone_of(const tql::patch_t& report);
 
 // Sorts into display order by `order` (report::order_before), keeping the
 // order in which they came among those without a counter.

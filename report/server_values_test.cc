@@ -28,14 +28,14 @@ tql::patch_t with(tql::patch_t p, int32_t number, typename tql::kind_traits<K>::
 }
 
 tql::patch_t folder(uint32_t id, uint32_t type, const std::string& name) {
-  return with<7>(with<25>(object(schema::kReportResultFolder, id), schema::kFolderType,
+  return with<tql::kind::kString>(with<tql::kind::kEnum>(object(schema::kReportResultFolder, id), schema::kFolderType,
                           {schema::kFolderTypeEnum, type}),
                  schema::kName, name);
 }
 
 tql::patch_t ordered(uint32_t id, std::optional<uint32_t> order) {
   tql::patch_t p = object(schema::kReportResultRow, id);
-  return order ? with<20>(std::move(p), schema::kOrder, *order) : p;
+  return order ? with<tql::kind::kUint>(std::move(p), schema::kOrder, *order) : p;
 }
 
 std::string ids(const std::vector<tql::patch_t>& objects) {
@@ -54,56 +54,56 @@ int32_t tql_code(const std::function<void()>& f) {
 }
 
 TEST(StoredValuesTest, TextsAreEmptyWhenMissingOrNullAndRefuseOtherKinds) {
-  tql::patch_t row = with<7>(object(schema::kReportResultRow, 1), schema::kName, "Availability");
+  tql::patch_t row = with<tql::kind::kString>(object(schema::kReportResultRow, 1), schema::kName, "Availability");
   EXPECT_EQ("Availability", text_of(row, schema::kName));
   EXPECT_EQ("", text_of(row, schema::kComment));
-  EXPECT_EQ("", text_of(with<7>(row, schema::kComment, "x", true), schema::kComment));
-  EXPECT_EQ(9, tql_code([&] { text_of(with<20>(row, schema::kText, 5), schema::kText); }));
+  EXPECT_EQ("", text_of(with<tql::kind::kString>(row, schema::kComment, "x", true), schema::kComment));
+  EXPECT_EQ(9, tql_code([&] { text_of(with<tql::kind::kUint>(row, schema::kText, 5), schema::kText); }));
 }
 
 TEST(StoredValuesTest, OriginIsTheReferencedIdOrEmpty) {
   tql::patch_t row = object(schema::kReportResultRow, 1);
   EXPECT_EQ("", origin_of(row));
-  EXPECT_EQ("", origin_of(with<10>(row, schema::kOriginNode, {tql::id_t{0, 1, 7}, {}}, true)));
-  EXPECT_EQ("0.1.7", origin_of(with<10>(row, schema::kOriginNode, {tql::id_t{0, 1, 7}, {}})));
-  EXPECT_EQ(9, tql_code([&] { origin_of(with<7>(row, schema::kOriginNode, "0.1.7")); }));
+  EXPECT_EQ("", origin_of(with<tql::kind::kObject>(row, schema::kOriginNode, {tql::id_t{0, 1, 7}, {}}, true)));
+  EXPECT_EQ("0.1.7", origin_of(with<tql::kind::kObject>(row, schema::kOriginNode, {tql::id_t{0, 1, 7}, {}})));
+  EXPECT_EQ(9, tql_code([&] { origin_of(with<tql::kind::kString>(row, schema::kOriginNode, "0.1.7")); }));
 }
 
 TEST(StoredValuesTest, FlagsAreBooleansOrNonZeroNumbers) {
   tql::patch_t g = object(schema::kReportResultGraph, 1);
   EXPECT_FALSE(flag_of(g, 3002));
-  EXPECT_TRUE(flag_of(with<21>(g, 3002, true), 3002));
-  EXPECT_FALSE(flag_of(with<21>(g, 3002, true, true), 3002));
-  EXPECT_TRUE(flag_of(with<20>(g, 3002, 2), 3002));
-  EXPECT_FALSE(flag_of(with<20>(g, 3002, 0), 3002));
-  EXPECT_TRUE(flag_of(with<13>(g, 3002, 0.5), 3002));
-  EXPECT_TRUE(flag_of(with<19>(g, 3002, -1), 3002));
-  EXPECT_FALSE(flag_of(with<7>(g, 3002, "yes"), 3002));
+  EXPECT_TRUE(flag_of(with<tql::kind::kBoolean>(g, 3002, true), 3002));
+  EXPECT_FALSE(flag_of(with<tql::kind::kBoolean>(g, 3002, true, true), 3002));
+  EXPECT_TRUE(flag_of(with<tql::kind::kUint>(g, 3002, 2), 3002));
+  EXPECT_FALSE(flag_of(with<tql::kind::kUint>(g, 3002, 0), 3002));
+  EXPECT_TRUE(flag_of(with<tql::kind::kReal>(g, 3002, 0.5), 3002));
+  EXPECT_TRUE(flag_of(with<tql::kind::kInt>(g, 3002, -1), 3002));
+  EXPECT_FALSE(flag_of(with<tql::kind::kString>(g, 3002, "yes"), 3002));
 }
 
 TEST(StoredValuesTest, TimesAreDatesOrNumbersAndNullReadsAsZero) {
   tql::patch_t i = object(schema::kReportInstance, 1);
   EXPECT_EQ(1700000000,
-            seconds_of(with<17>(i, schema::kStartTime, 1700000000), schema::kStartTime));
-  EXPECT_EQ(86400, seconds_of(with<20>(i, schema::kDuration, 86400), schema::kDuration));
-  EXPECT_EQ(0, seconds_of(with<17>(i, schema::kGenerated, 5, true), schema::kGenerated));
+            seconds_of(with<tql::kind::kDate>(i, schema::kStartTime, 1700000000), schema::kStartTime));
+  EXPECT_EQ(86400, seconds_of(with<tql::kind::kUint>(i, schema::kDuration, 86400), schema::kDuration));
+  EXPECT_EQ(0, seconds_of(with<tql::kind::kDate>(i, schema::kGenerated, 5, true), schema::kGenerated));
   EXPECT_EQ(errors::tql::kRequiredMissing, tql_code([&] { seconds_of(i, schema::kStartTime); }));
   EXPECT_EQ(
-      9, tql_code([&] { seconds_of(with<7>(i, schema::kStartTime, "now"), schema::kStartTime); }));
+      9, tql_code([&] { seconds_of(with<tql::kind::kString>(i, schema::kStartTime, "now"), schema::kStartTime); }));
 }
 
 TEST(StoredValuesTest, FolderTypeIsAnEnumOfItsOwnType) {
   EXPECT_EQ(2u, folder_type_of(folder(1, 2, "d")));
   // Only the low 17 bits of the enumeration number count.
-  EXPECT_EQ(4u, folder_type_of(with<25>(object(schema::kReportResultFolder, 1), schema::kFolderType,
+  EXPECT_EQ(4u, folder_type_of(with<tql::kind::kEnum>(object(schema::kReportResultFolder, 1), schema::kFolderType,
                                         {schema::kFolderTypeEnum | 0x20000, 4})));
   EXPECT_EQ(std::nullopt, folder_type_of(object(schema::kReportResultFolder, 1)));
-  EXPECT_EQ(std::nullopt, folder_type_of(with<25>(object(schema::kReportResultFolder, 1),
+  EXPECT_EQ(std::nullopt, folder_type_of(with<tql::kind::kEnum>(object(schema::kReportResultFolder, 1),
                                                   schema::kFolderType, {0x10016, 1})));
-  EXPECT_EQ(std::nullopt, folder_type_of(with<20>(object(schema::kReportResultFolder, 1),
+  EXPECT_EQ(std::nullopt, folder_type_of(with<tql::kind::kUint>(object(schema::kReportResultFolder, 1),
                                                   schema::kFolderType, 1)));
   EXPECT_EQ(std::nullopt,
-            folder_type_of(with<25>(object(schema::kReportResultFolder, 1), schema::kFolderType,
+            folder_type_of(with<tql::kind::kEnum>(object(schema::kReportResultFolder, 1), schema::kFolderType,
                                     {schema::kFolderTypeEnum, 1}, true)));
 }
 
@@ -111,7 +111,7 @@ TEST(StoredSortTest, DisplayOrderPutsItemsWithoutCounterFirstAndKeepsTies) {
   std::vector<tql::patch_t> items{ordered(1, 30), ordered(2, 10), ordered(3, std::nullopt),
                                   ordered(4, 20), ordered(5, std::nullopt), ordered(6, 10)};
   // A counter of another kind counts as none.
-  items.push_back(with<19>(object(schema::kReportResultRow, 7), schema::kOrder, 5));
+  items.push_back(with<tql::kind::kInt>(object(schema::kReportResultRow, 7), schema::kOrder, 5));
   sort_by_order(items);
   EXPECT_EQ("3 5 7 2 6 4 1", ids(items));
 }
@@ -178,7 +178,7 @@ TEST(ServerItemsTest, ItemsAreMadeByClassAndUnknownClassesRefused) {
 
 TEST(ServerItemsTest, AGraphCloneIsIndependentOfItsOriginal) {
   auto original = std::make_unique<ServerReportGraph>(
-      with<21>(with<7>(object(schema::kReportResultGraph, 9), schema::kName, "CPU"), 3006, true));
+      with<tql::kind::kBoolean>(with<tql::kind::kString>(object(schema::kReportResultGraph, 9), schema::kName, "CPU"), 3006, true));
   std::unique_ptr<ReportGraph> copy = original->clone();
   original.reset();
   std::string name, anchor;
@@ -199,4 +199,15 @@ TEST(ServerItemsTest, AFolderWithoutTypeShowsAsUnknown) {
 }
 
 }  // namespace
+TEST(StoredValuesTest, ZoneOfAReportIsAnIntTimeZoneElseTheEnvironments) {
+  tql::patch_t report;
+  EXPECT_EQ(kEnvironmentZone, zone_of(report).value());
+  report.set_property(tql::make_property<tql::kind::kInt>(schema::kTimeZone, 3600));
+  EXPECT_EQ(3600, zone_of(report).value());
+  report.properties[schema::kTimeZone]->is_null = true;
+  EXPECT_EQ(kEnvironmentZone, zone_of(report).value());
+  report.set_property(tql::make_property<tql::kind::kUint>(schema::kTimeZone, 3600u));
+  EXPECT_EQ(kEnvironmentZone, zone_of(report).value());
+}
+
 }  // namespace report::stored

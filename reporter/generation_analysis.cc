@@ -20,7 +20,7 @@ void writeProgress(const tql::id_t& id, int32_t classNumber, uint32_t value) {
   std::unique_ptr<tql::patch_t> object = tql::get_object(id, classNumber, *queues::global_queue());
   if (!object) return;
   std::vector<tql::property_ptr> p;
-  p.emplace_back(tql::make_property<20>(schema::kProgress, value));
+  p.emplace_back(tql::make_property<tql::kind::kUint>(schema::kProgress, value));
   tql::update_object(id, object->version, std::move(p), 0);
 }
 

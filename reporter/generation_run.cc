@@ -13,6 +13,7 @@
 #include "queues/tql_operations.h"
 #include "reporter/generation_values.h"
 #include "reporter/report_period.h"
+#include "report/server_values.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
 #include "tql/schema.h"
@@ -25,11 +26,11 @@ constexpr int32_t kIssueNodeOriginType = 37;
 constexpr int32_t kDuplicateValue = 4;
 
 void addUint(Properties& p, int32_t number, uint32_t value) {
-  p.emplace_back(tql::make_property<20>(number, value));
+  p.emplace_back(tql::make_property<tql::kind::kUint>(number, value));
 }
 
 void addDate(Properties& p, int32_t number, int64_t value) {
-  p.emplace_back(tql::make_property<17>(number, value));
+  p.emplace_back(tql::make_property<tql::kind::kDate>(number, value));
 }
 
 }  // namespace
@@ -81,7 +82,7 @@ bool GenerationRun::prepare() {
   }
   log("Starting generation of report " + definition_->pathText() + ": " +
       stringOr(*report_, schema::kTreeLabel, ""));
-  zone_ = reportZone(*report_);
+  zone_ = report::stored::zone_of(*report_);
   Report::resolveIssue(*report_, order_time_.seconds, issue_, zone_);
   selectionsOf(*report_, selections_);
   if (issue_.hasPeriod) {
@@ -95,7 +96,7 @@ bool GenerationRun::prepare() {
 
 bool GenerationRun::open() {
   Properties p;
-  p.emplace_back(tql::make_property<10>(
+  p.emplace_back(tql::make_property<tql::kind::kObject>(
       schema::kIssueNode,
       tql::object_ref_t{definition_->owner_domain, tql::origin_t{{}, {}, kIssueNodeOriginType}}));
   p.emplace_back(tql::make_string_property(schema::kName, stringOr(*report_, schema::kName, "")));

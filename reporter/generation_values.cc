@@ -16,12 +16,6 @@ void readReportFlags(const tql::patch_t& report, ReportFlags& flags) {
   readFlag(report, schema::kIncludeConfig, flags.includeConfig);
 }
 
-zone_t reportZone(const tql::patch_t& report) {
-  const auto* zone =
-      dynamic_cast<const tql::property_int_t*>(report.find_set_property(schema::kTimeZone));
-  return timeZoneValue(zone != nullptr ? zone->value : kEnvironmentZone);
-}
-
 uint32_t nextOrder(const tql::patch_t& report) {
   const auto* order =
       dynamic_cast<const tql::property_uint_t*>(report.find_property(schema::kOrder));

@@ -15,10 +15,6 @@
 // flag as it was. A null or non-boolean one raises errors::tql.
 void readReportFlags(const tql::patch_t& report, ReportFlags& flags);
 
-// The report's `timeZone` when it is a set int property, else the zone of
-// the environment.
-zone_t reportZone(const tql::patch_t& report);
-
 // The report's `order` plus 1. A missing or non-uint `order` is the fatal
 // assertion "Couldn't get order property from template".
 uint32_t nextOrder(const tql::patch_t& report);

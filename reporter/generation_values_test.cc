@@ -24,7 +24,7 @@ TEST(DestinationAddresses, StringStringListNullAndAbsent) {
   report.properties[schema::kDestination]->is_null = true;
   EXPECT_EQ(Addresses{}, destinationAddresses(report));
   report.set_property(
-      tql::make_property<8>(schema::kDestination, std::list<std::string>{"a@x;b@y", "c@z"}));
+      tql::make_property<tql::kind::kStringList>(schema::kDestination, std::list<std::string>{"a@x;b@y", "c@z"}));
   EXPECT_EQ((Addresses{"a@x", "b@y", "c@z"}), destinationAddresses(report));
 }
 
@@ -44,26 +44,15 @@ TEST(ReadReportFlags, PresentFlagsSetAbsentOnesStayNullRaises) {
   EXPECT_THROW(readReportFlags(report, flags), errors::tql);
 }
 
-TEST(ReportZone, AnIntTimeZoneElseTheEnvironmentsZone) {
-  tql::patch_t report;
-  EXPECT_EQ(kEnvironmentZone, reportZone(report).value());
-  report.set_property(tql::make_property<19>(schema::kTimeZone, 3600));
-  EXPECT_EQ(3600, reportZone(report).value());
-  report.properties[schema::kTimeZone]->is_null = true;
-  EXPECT_EQ(kEnvironmentZone, reportZone(report).value());
-  report.set_property(tql::make_property<20>(schema::kTimeZone, 3600u));
-  EXPECT_EQ(kEnvironmentZone, reportZone(report).value());
-}
-
 TEST(NextOrder, TheStoredOrderPlusOne) {
   tql::patch_t report;
-  report.set_property(tql::make_property<20>(schema::kOrder, 41u));
+  report.set_property(tql::make_property<tql::kind::kUint>(schema::kOrder, 41u));
   EXPECT_EQ(42u, nextOrder(report));
 }
 
 TEST(NextOrderDeathTest, AnOrderOfAnotherKindIsAnAssertion) {
   tql::patch_t report;
-  report.set_property(tql::make_property<19>(schema::kOrder, 41));
+  report.set_property(tql::make_property<tql::kind::kInt>(schema::kOrder, 41));
   EXPECT_DEATH(nextOrder(report), "Couldn't get order property from template");
 }
 

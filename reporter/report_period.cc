@@ -4,22 +4,22 @@
 
 #include "base/error.h"
 #include "base/log.h"
-#include "reporter/property_values.h"
 #include "tql/decode.h"
 #include "tql/schema.h"
+#include "tql/value_of.h"
 
 namespace {
 
 // True unless the property is a set boolean that says false.
 bool flag(const tql::patch_t& report, int32_t number) {
-  const bool* v = valueOf<21>(report, number);
+  const bool* v = tql::value_of<tql::property_boolean_t>(report, number);
   return v == nullptr || *v;
 }
 
 // A time or length in seconds: a date, or a number of another kind.
 int64_t seconds(const tql::patch_t& report, int32_t number) {
   const tql::property_t& p = report.property(number);
-  if (const int64_t* date = valueOf<17>(report, number)) return *date;
+  if (const int64_t* date = tql::value_of<tql::property_date_t>(report, number)) return *date;
   double v = 0;
   tql::decode_scalar(p, v);
   if (!(v > -9.2e18 && v < 9.2e18)) throw error::ERange("Time out of range in report");
@@ -34,9 +34,9 @@ void readSettings(const tql::patch_t& report, ResolvedIssue& options) {
   options.wantSummary = flag(report, schema::kFormSummary);
   options.wantIncidents = flag(report, schema::kGoodScore) || flag(report, schema::kWarnScore) ||
                           flag(report, schema::kAlertScore) || flag(report, schema::kIncludeConfig);
-  const uint32_t* level = valueOf<20>(report, schema::kHideSectionLevel);
+  const uint32_t* level = tql::value_of<tql::property_uint_t>(report, schema::kHideSectionLevel);
   options.hideLevel = level != nullptr ? *level : 0xFFFFFFFF;
-  const double* threshold = valueOf<13>(report, schema::kHideSectionThreshold);
+  const double* threshold = tql::value_of<tql::property_real_t>(report, schema::kHideSectionThreshold);
   options.hideThreshold = threshold != nullptr ? *threshold : 0.0;
   if (log_tracing()) {
     log("Summary: " + std::to_string(options.wantSummary) +

@@ -17,13 +17,13 @@ const zone_t kCopenhagen = timeZoneValue(kEnvironmentZone);
 tql::patch_t report() {
   tql::patch_t r;
   r.class_ = 5;
-  r.set_property(tql::make_property<25>(schema::kType, tql::enum_value_t{0x1001e, 1}));
+  r.set_property(tql::make_property<tql::kind::kEnum>(schema::kType, tql::enum_value_t{0x1001e, 1}));
   return r;
 }
 
 tql::patch_t withPeriod(uint32_t period) {
   tql::patch_t r = report();
-  r.set_property(tql::make_property<25>(schema::kPeriod, tql::enum_value_t{0x1000a, period}));
+  r.set_property(tql::make_property<tql::kind::kEnum>(schema::kPeriod, tql::enum_value_t{0x1000a, period}));
   return r;
 }
 
@@ -72,8 +72,8 @@ TEST(ResolvePeriod, EverythingFixedAndNone) {
   null->name = schema::kPeriod;
   null->is_null = true;
   fixed.set_property(std::move(null));
-  fixed.set_property(tql::make_property<17>(305, int64_t{1700000000}));
-  fixed.set_property(tql::make_property<20>(306, 3600u));
+  fixed.set_property(tql::make_property<tql::kind::kDate>(305, int64_t{1700000000}));
+  fixed.set_property(tql::make_property<tql::kind::kUint>(306, 3600u));
   ResolvedIssue issue;
   Report::resolveIssue(fixed, 1770721200, issue, kCopenhagen);
   EXPECT_TRUE(issue.hasPeriod);
@@ -102,8 +102,8 @@ tql::patch_t fixedPeriod(int64_t start, int64_t duration) {
   null->name = schema::kPeriod;
   null->is_null = true;
   r.set_property(std::move(null));
-  r.set_property(tql::make_property<17>(305, start));
-  r.set_property(tql::make_property<19>(306, static_cast<int32_t>(duration)));
+  r.set_property(tql::make_property<tql::kind::kDate>(305, start));
+  r.set_property(tql::make_property<tql::kind::kInt>(306, static_cast<int32_t>(duration)));
   return r;
 }
 
@@ -151,10 +151,10 @@ TEST(ResolveSettings, DefaultsAndWhatCountsAsTrue) {
 
   tql::patch_t r = report();
   r.set_property(tql::make_boolean_property(332, false));  // formGraph
-  r.set_property(tql::make_property<20>(331, 0u));         // formSummary, no boolean
+  r.set_property(tql::make_property<tql::kind::kUint>(331, 0u));         // formSummary, no boolean
   for (int32_t n : {504, 505, 506}) r.set_property(tql::make_boolean_property(n, false));
-  r.set_property(tql::make_property<20>(337, 2u));
-  r.set_property(tql::make_property<13>(338, 99.5));
+  r.set_property(tql::make_property<tql::kind::kUint>(337, 2u));
+  r.set_property(tql::make_property<tql::kind::kReal>(338, 99.5));
   Report::resolveIssue(r, 0, issue, kCopenhagen);
   EXPECT_FALSE(issue.wantGraph);
   EXPECT_TRUE(issue.wantSummary);
@@ -162,7 +162,7 @@ TEST(ResolveSettings, DefaultsAndWhatCountsAsTrue) {
   EXPECT_EQ(2u, issue.hideLevel);
   EXPECT_EQ(99.5, issue.hideThreshold);
   r.set_property(tql::make_boolean_property(335, false));
-  r.set_property(tql::make_property<19>(337, 2));  // an int: the default
+  r.set_property(tql::make_property<tql::kind::kInt>(337, 2));  // an int: the default
   Report::resolveIssue(r, 0, issue, kCopenhagen);
   EXPECT_FALSE(issue.wantIncidents);
   EXPECT_EQ(0xFFFFFFFFu, issue.hideLevel);

@@ -8,7 +8,6 @@
 #include "queues/events.h"
 #include "queues/tql_operations.h"
 #include "reporter/generation.h"
-#include "reporter/property_values.h"
 #include "reporter/schedule.h"
 #include "reporter/surplus_instances.h"
 #include "tql/catalogue.h"
@@ -16,6 +15,7 @@
 #include "tql/errors.h"
 #include "tql/pattern.h"
 #include "tql/schema.h"
+#include "tql/value_of.h"
 
 namespace {
 
@@ -83,7 +83,7 @@ class ReportTreatment {
  private:
   void treat_instance(const tql::patch_t& instance) {
     trace("  Got an instance, id=", instance.id);
-    const int64_t* order_time = valueOf<17>(instance, schema::kOrderTime);
+    const int64_t* order_time = tql::value_of<tql::property_date_t>(instance, schema::kOrderTime);
     uint32_t worker = required_uint(instance, schema::kWorkerNode);
     if (order_time != nullptr) by_order_time_.emplace(*order_time, SeenInstance{&instance, worker});
     if (worker != 0) {
@@ -97,7 +97,7 @@ class ReportTreatment {
     }
     trace("Instance is completely generated");
     if (order_time != nullptr && *order_time > last_) last_ = *order_time;
-    const uint32_t* progress = valueOf<20>(instance, schema::kProgress);
+    const uint32_t* progress = tql::value_of<tql::property_uint_t>(instance, schema::kProgress);
     if (progress == nullptr) {
       log("Progress not found in report issue " + instance.id.text());
       return;
@@ -180,7 +180,7 @@ class QueueActions : public ReportActions {
   }
   void set_progress(const tql::id_t& id, tql::version_t version, uint32_t progress) override {
     std::vector<tql::property_ptr> props;
-    props.emplace_back(tql::make_property<20>(schema::kProgress, progress));
+    props.emplace_back(tql::make_property<tql::kind::kUint>(schema::kProgress, progress));
     tql::update_object(id, version, std::move(props), 0);
   }
   void schedule(const tql::id_t& report, tql::version_t version, int64_t next) override {

@@ -66,24 +66,24 @@ void set(tql::patch_t& p, int32_t number, typename tql::kind_traits<K>::value_ty
 // A daily report at 10:00.
 tql::patch_t reportObject(uint32_t date = 1, tql::id_t id = {0, 1, 5}) {
   tql::patch_t r = object(schema::kReport, id, 7);
-  set<25>(r, schema::kDate, tql::enum_value_t{0x1000a, date});
-  set<17>(r, schema::kTime, 36000);
-  set<20>(r, schema::kFrequency, 0);
+  set<tql::kind::kEnum>(r, schema::kDate, tql::enum_value_t{0x1000a, date});
+  set<tql::kind::kDate>(r, schema::kTime, 36000);
+  set<tql::kind::kUint>(r, schema::kFrequency, 0);
   return r;
 }
 
 tql::patch_t instance(uint32_t n, uint32_t worker, std::optional<int64_t> order_time,
                       std::optional<uint32_t> progress = 100) {
   tql::patch_t i = object(schema::kReportInstance, {0, 1, n}, n);
-  set<20>(i, schema::kWorkerNode, worker);
-  if (order_time) set<17>(i, schema::kOrderTime, *order_time);
-  if (progress) set<20>(i, schema::kProgress, *progress);
+  set<tql::kind::kUint>(i, schema::kWorkerNode, worker);
+  if (order_time) set<tql::kind::kDate>(i, schema::kOrderTime, *order_time);
+  if (progress) set<tql::kind::kUint>(i, schema::kProgress, *progress);
   return i;
 }
 
 tql::patch_t order(uint32_t n, int64_t order_time) {
   tql::patch_t o = object(schema::kReportOrder, {0, 1, n});
-  set<17>(o, schema::kOrderTime, order_time);
+  set<tql::kind::kDate>(o, schema::kOrderTime, order_time);
   return o;
 }
 
@@ -236,7 +236,7 @@ TEST(TreatSubscriptions, AScheduleTheCalendarCantServeIsSkippedButOrdersAreServe
 TEST(TreatSubscriptionsDeathTest, AnOrderTimeThatIsNoDateIsFatal) {
   tql::patch_t r0 = reportObject(0);
   tql::patch_t o = object(schema::kReportOrder, {0, 1, 20});
-  set<20>(o, schema::kOrderTime, 5);
+  set<tql::kind::kUint>(o, schema::kOrderTime, 5);
   r0.children.push_back(std::move(o));
   ActionRecorder r;
   EXPECT_DEATH(walk(domain_with(std::move(r0)), r),

@@ -13,14 +13,14 @@ namespace {
 tql::patch_t report(std::optional<uint32_t> max, const std::vector<int64_t>& dates) {
   tql::patch_t r;
   r.class_ = schema::kReport;
-  auto p = tql::make_property<20>(schema::kMaxInstances, max.value_or(0));
+  auto p = tql::make_property<tql::kind::kUint>(schema::kMaxInstances, max.value_or(0));
   p->is_null = !max.has_value();
   r.set_property(std::move(p));
   for (size_t i = 0; i < dates.size(); ++i) {
     tql::patch_t instance;
     instance.class_ = schema::kReportInstance;
     instance.id = tql::id_t{0, 1, static_cast<uint32_t>(10 + i)};
-    instance.set_property(tql::make_property<17>(schema::kDate, dates[i]));
+    instance.set_property(tql::make_property<tql::kind::kDate>(schema::kDate, dates[i]));
     r.children.push_back(std::move(instance));
   }
   return r;

@@ -27,7 +27,7 @@ int32_t propertyNumber(const std::string& name) {
 // A typed value: JSON null, or an object of one key naming the kind.
 std::unique_ptr<tql::property_t> propertyValue(int32_t number, const json& v) {
   if (v.is_null()) {
-    auto p = tql::make_property<13>(number, 0.0);
+    auto p = tql::make_property<tql::kind::kReal>(number, 0.0);
     p->is_null = true;
     return p;
   }
@@ -36,16 +36,16 @@ std::unique_ptr<tql::property_t> propertyValue(int32_t number, const json& v) {
   }
   const std::string kind = v.begin().key();
   const json& x = v.begin().value();
-  if (kind == "uint") return tql::make_property<20>(number, x.get<uint32_t>());
-  if (kind == "int") return tql::make_property<19>(number, x.get<int32_t>());
-  if (kind == "real") return tql::make_property<13>(number, x.get<double>());
+  if (kind == "uint") return tql::make_property<tql::kind::kUint>(number, x.get<uint32_t>());
+  if (kind == "int") return tql::make_property<tql::kind::kInt>(number, x.get<int32_t>());
+  if (kind == "real") return tql::make_property<tql::kind::kReal>(number, x.get<double>());
   if (kind == "boolean") return tql::make_boolean_property(number, x.get<bool>());
   if (kind == "string") {
     return tql::make_string_property(number, x.get<std::string>());
   }
   if (kind == "blob_hex") {
     const std::vector<uint8_t> bytes = from_hex(x.get<std::string>());
-    return tql::make_property<22>(number, std::string(bytes.begin(), bytes.end()));
+    return tql::make_property<tql::kind::kBlob>(number, std::string(bytes.begin(), bytes.end()));
   }
   throw error::EParseError("unknown value kind " + kind);
 }

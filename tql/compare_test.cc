@@ -41,70 +41,70 @@ std::string mismatch_text(const property_t& a, const property_t& b) {
 }
 
 TEST(CompareTest, TheOperatorTable) {
-  EXPECT_EQ(rank_row(0), ops(prop<19>(5), prop<19>(5)));
-  EXPECT_EQ(rank_row(2), ops(prop<19>(6), prop<19>(5)));
-  EXPECT_EQ(rank_row(-2), ops(prop<19>(-6), prop<19>(5)));
+  EXPECT_EQ(rank_row(0), ops(prop<kind::kInt>(5), prop<kind::kInt>(5)));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kInt>(6), prop<kind::kInt>(5)));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kInt>(-6), prop<kind::kInt>(5)));
   // Operators:   = > < >=<=!=~=!~
   EXPECT_EQ("10011010", rank_row(0));
   EXPECT_EQ("01010101", rank_row(2));
   EXPECT_EQ("00101110", rank_row(-1));
   EXPECT_EQ("00101101", rank_row(-2));
   try {
-    prop<19>(1).compare(13, prop<19>(1));
+    prop<kind::kInt>(1).compare(13, prop<kind::kInt>(1));
     FAIL();
   } catch (const errors::tql_incomparable& e) {
     EXPECT_EQ("Unknown relative operator", e.text());
   }
-  EXPECT_THROW(prop<19>(1).compare(0, prop<19>(1)), errors::tql_incomparable);
+  EXPECT_THROW(prop<kind::kInt>(1).compare(0, prop<kind::kInt>(1)), errors::tql_incomparable);
 }
 
 TEST(CompareTest, NullsRankBeforeValues) {
-  auto null_s = prop<7>("", true);
-  auto s = prop<7>("a");
+  auto null_s = prop<kind::kString>("", true);
+  auto s = prop<kind::kString>("a");
   EXPECT_FALSE(null_s.compare(kEqual, s));
   EXPECT_TRUE(null_s.compare(kLess, s));
   EXPECT_TRUE(s.compare(kGreater, null_s));
-  EXPECT_TRUE(null_s.compare(kEqual, prop<7>("other", true)));
-  EXPECT_EQ(rank_row(-2), ops(prop<20>(9, true), prop<20>(0)));
+  EXPECT_TRUE(null_s.compare(kEqual, prop<kind::kString>("other", true)));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kUint>(9, true), prop<kind::kUint>(0)));
 }
 
 TEST(CompareTest, StringsDifferingInCaseOnlyRankOne) {
-  EXPECT_EQ(rank_row(-1), ops(prop<7>("ABC"), prop<7>("abc")));
-  EXPECT_EQ(rank_row(1), ops(prop<7>("abc"), prop<7>("ABC")));
-  EXPECT_TRUE(prop<7>("abc").compare(kEqualIgnoreCase, prop<7>("ABC")));
-  EXPECT_FALSE(prop<7>("abc").compare(kEqual, prop<7>("ABC")));
+  EXPECT_EQ(rank_row(-1), ops(prop<kind::kString>("ABC"), prop<kind::kString>("abc")));
+  EXPECT_EQ(rank_row(1), ops(prop<kind::kString>("abc"), prop<kind::kString>("ABC")));
+  EXPECT_TRUE(prop<kind::kString>("abc").compare(kEqualIgnoreCase, prop<kind::kString>("ABC")));
+  EXPECT_FALSE(prop<kind::kString>("abc").compare(kEqual, prop<kind::kString>("ABC")));
   // "B" < "a" as bytes, but "b" > "a" ignoring case: the folded order wins.
-  EXPECT_EQ(rank_row(2), ops(prop<7>("B"), prop<7>("a")));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kString>("B"), prop<kind::kString>("a")));
 }
 
 TEST(CompareTest, StringContainsIgnoringCase) {
-  EXPECT_TRUE(prop<7>("Disk C: Full").compare(kContainsIgnoreCase, prop<7>("c: f")));
-  EXPECT_FALSE(prop<7>("Disk").compare(kContainsIgnoreCase, prop<7>("disks")));
-  EXPECT_THROW(prop<7>("x", true).compare(kContainsIgnoreCase, prop<7>("x")),
+  EXPECT_TRUE(prop<kind::kString>("Disk C: Full").compare(kContainsIgnoreCase, prop<kind::kString>("c: f")));
+  EXPECT_FALSE(prop<kind::kString>("Disk").compare(kContainsIgnoreCase, prop<kind::kString>("disks")));
+  EXPECT_THROW(prop<kind::kString>("x", true).compare(kContainsIgnoreCase, prop<kind::kString>("x")),
                errors::tql_incomparable);
 }
 
 TEST(CompareTest, ObjectInObjectSet) {
   object_set_t ids{{id_t{0, 1}, {}}, {id_t{0, 2}, {}}};
-  EXPECT_TRUE(prop<10>({id_t{0, 2}, {}}).compare(kElementOf, prop<9>(ids)));
-  EXPECT_FALSE(prop<10>({id_t{0, 3}, {}}).compare(kElementOf, prop<9>(ids)));
-  EXPECT_FALSE(prop<10>({id_t{0, 2}, {}}).compare(kElementOf, prop<9>(ids, true)));
+  EXPECT_TRUE(prop<kind::kObject>({id_t{0, 2}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids)));
+  EXPECT_FALSE(prop<kind::kObject>({id_t{0, 3}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids)));
+  EXPECT_FALSE(prop<kind::kObject>({id_t{0, 2}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids, true)));
   EXPECT_EQ("Type mismatch, object_set != type of name", [] {
     try {
-      prop<10>({}).compare(kElementOf, prop<10>({}));
+      prop<kind::kObject>({}).compare(kElementOf, prop<kind::kObject>({}));
     } catch (const errors::tql& e) {
       return e.text();
     }
     return std::string();
   }());
-  EXPECT_EQ(rank_row(-2), ops(prop<10>({id_t{0, 1}, {}}), prop<10>({id_t{0, 1, 1}, {}})));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kObject>({id_t{0, 1}, {}}), prop<kind::kObject>({id_t{0, 1, 1}, {}})));
 }
 
 TEST(CompareTest, ObjectSetRelations) {
-  auto a = prop<9>({{id_t{1}, {}}, {id_t{2}, {}}});
-  auto ab = prop<9>({{id_t{1}, {}}, {id_t{2}, {}}, {id_t{3}, {}}});
-  auto c = prop<9>({{id_t{9}, {}}});
-  auto null_set = prop<9>({}, true);
+  auto a = prop<kind::kObjectSet>({{id_t{1}, {}}, {id_t{2}, {}}});
+  auto ab = prop<kind::kObjectSet>({{id_t{1}, {}}, {id_t{2}, {}}, {id_t{3}, {}}});
+  auto c = prop<kind::kObjectSet>({{id_t{9}, {}}});
+  auto null_set = prop<kind::kObjectSet>({}, true);
   EXPECT_TRUE(a.compare(kSubsetOf, ab));
   EXPECT_FALSE(ab.compare(kSubsetOf, a));
   EXPECT_TRUE(ab.compare(kSupersetOf, a));
@@ -118,49 +118,49 @@ TEST(CompareTest, ObjectSetRelations) {
   // Other operators: equal sets rank 0, different ones 2 either way round.
   EXPECT_EQ(rank_row(2), ops(a, ab));
   EXPECT_EQ(rank_row(2), ops(ab, a));
-  EXPECT_EQ(rank_row(0), ops(a, prop<9>({{id_t{2}, {}}, {id_t{1}, origin_t{{}, {}, 4}}})));
+  EXPECT_EQ(rank_row(0), ops(a, prop<kind::kObjectSet>({{id_t{2}, {}}, {id_t{1}, origin_t{{}, {}, 4}}})));
 }
 
 TEST(CompareTest, SequenceOrders) {
   // Blobs and string lists: lexicographic, the longer is greater.
-  EXPECT_EQ(rank_row(2), ops(prop<22>("ab"), prop<22>("a")));
-  EXPECT_EQ(rank_row(-2), ops(prop<22>("ab"), prop<22>("b")));
-  EXPECT_EQ(rank_row(2), ops(prop<22>("\x80"), prop<22>("\x7f")));
-  EXPECT_EQ(rank_row(-2), ops(prop<8>({"a", "b"}), prop<8>({"a", "c"})));
-  EXPECT_EQ(rank_row(2), ops(prop<8>({"a", "b"}), prop<8>({"a"})));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kBlob>("ab"), prop<kind::kBlob>("a")));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kBlob>("ab"), prop<kind::kBlob>("b")));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kBlob>("\x80"), prop<kind::kBlob>("\x7f")));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kStringList>({"a", "b"}), prop<kind::kStringList>({"a", "c"})));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kStringList>({"a", "b"}), prop<kind::kStringList>({"a"})));
   // GID lists and oids: the length first.
-  EXPECT_EQ(rank_row(2), ops(prop<16>({1, 1}), prop<16>({9})));
-  EXPECT_EQ(rank_row(-2), ops(prop<24>({1, 1}), prop<24>({1, 2})));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kGidList>({1, 1}), prop<kind::kGidList>({9})));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kOid>({1, 1}), prop<kind::kOid>({1, 2})));
 }
 
 TEST(CompareTest, NumbersVersionsAndReals) {
-  EXPECT_EQ(rank_row(-2), ops(prop<11>({1, 5}), prop<11>({2, 0})));
-  EXPECT_EQ(rank_row(2), ops(prop<21>(true), prop<21>(false)));
-  EXPECT_EQ(rank_row(2), ops(prop<14>(BigNum(1) + BigNum(0xffffffff)), prop<14>(BigNum(3))));
-  EXPECT_EQ(rank_row(-2), ops(prop<17>(-1), prop<17>(0)));
-  EXPECT_EQ(rank_row(0), ops(prop<13>(0.5), prop<13>(0.5)));
-  EXPECT_FALSE(prop<13>(std::nan("")).compare(kEqual, prop<13>(1.0)));
-  EXPECT_FALSE(prop<13>(1.0).compare(kEqual, prop<13>(std::nan(""))));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kVersion>({1, 5}), prop<kind::kVersion>({2, 0})));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kBoolean>(true), prop<kind::kBoolean>(false)));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kBignum>(BigNum(1) + BigNum(0xffffffff)), prop<kind::kBignum>(BigNum(3))));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kDate>(-1), prop<kind::kDate>(0)));
+  EXPECT_EQ(rank_row(0), ops(prop<kind::kReal>(0.5), prop<kind::kReal>(0.5)));
+  EXPECT_FALSE(prop<kind::kReal>(std::nan("")).compare(kEqual, prop<kind::kReal>(1.0)));
+  EXPECT_FALSE(prop<kind::kReal>(1.0).compare(kEqual, prop<kind::kReal>(std::nan(""))));
 }
 
 TEST(CompareTest, EnumsCompareWithinOneEnumeration) {
-  EXPECT_EQ(rank_row(-2), ops(prop<25>({7, 1}), prop<25>({7, 2})));
+  EXPECT_EQ(rank_row(-2), ops(prop<kind::kEnum>({7, 1}), prop<kind::kEnum>({7, 2})));
   EXPECT_EQ("Type mismatch, enum (7) != enum (8) of name",
-            mismatch_text(prop<25>({7, 1}), prop<25>({8, 1})));
-  EXPECT_EQ("Type mismatch, int != type of name", mismatch_text(prop<25>({7, 1}), prop<19>(1)));
-  EXPECT_EQ("Type mismatch, int != type of name", mismatch_text(prop<19>(1), prop<25>({7, 1})));
+            mismatch_text(prop<kind::kEnum>({7, 1}), prop<kind::kEnum>({8, 1})));
+  EXPECT_EQ("Type mismatch, int != type of name", mismatch_text(prop<kind::kEnum>({7, 1}), prop<kind::kInt>(1)));
+  EXPECT_EQ("Type mismatch, int != type of name", mismatch_text(prop<kind::kInt>(1), prop<kind::kEnum>({7, 1})));
 }
 
 TEST(CompareTest, MismatchTextsNameTheKindAndTheOtherProperty) {
-  auto other = prop<7>("x");
+  auto other = prop<kind::kString>("x");
   other.name = 54;
-  EXPECT_EQ("Type mismatch, uint != type of longLabel", mismatch_text(prop<20>(1), other));
-  EXPECT_EQ("Type mismatch, GIDList != type of longLabel", mismatch_text(prop<24>({}), other));
-  EXPECT_EQ("Type mismatch, GID != type of longLabel", mismatch_text(prop<15>(1), other));
-  EXPECT_EQ("no exception", mismatch_text(other, prop<7>("y")));
-  EXPECT_EQ("Type mismatch, string != type of name", mismatch_text(prop<7>("x"), prop<22>("x")));
-  EXPECT_EQ("Type mismatch, action != type of name", mismatch_text(prop<12>(1), prop<19>(1)));
-  EXPECT_EQ("Type mismatch, lob != type of name", mismatch_text(prop<23>(""), prop<22>("")));
+  EXPECT_EQ("Type mismatch, uint != type of longLabel", mismatch_text(prop<kind::kUint>(1), other));
+  EXPECT_EQ("Type mismatch, GIDList != type of longLabel", mismatch_text(prop<kind::kOid>({}), other));
+  EXPECT_EQ("Type mismatch, GID != type of longLabel", mismatch_text(prop<kind::kGid>(1), other));
+  EXPECT_EQ("no exception", mismatch_text(other, prop<kind::kString>("y")));
+  EXPECT_EQ("Type mismatch, string != type of name", mismatch_text(prop<kind::kString>("x"), prop<kind::kBlob>("x")));
+  EXPECT_EQ("Type mismatch, action != type of name", mismatch_text(prop<kind::kAction>(1), prop<kind::kInt>(1)));
+  EXPECT_EQ("Type mismatch, lob != type of name", mismatch_text(prop<kind::kLob>(""), prop<kind::kBlob>("")));
 }
 
 }  // namespace

@@ -99,15 +99,15 @@ std::unique_ptr<property_t> make_property(int32_t kind) {
 
 std::unique_ptr<property_t> make_string_property(int32_t number, std::string value,
                                                  int32_t modifiers) {
-  return make_property<7>(number, std::move(value), modifiers);
+  return make_property<kind::kString>(number, std::move(value), modifiers);
 }
 
 std::unique_ptr<property_t> make_object_property(int32_t number, id_t value, int32_t modifiers) {
-  return make_property<10>(number, object_ref_t{value, {}}, modifiers);
+  return make_property<kind::kObject>(number, object_ref_t{value, {}}, modifiers);
 }
 
 std::unique_ptr<property_t> make_boolean_property(int32_t number, bool value, int32_t modifiers) {
-  return make_property<21>(number, value, modifiers);
+  return make_property<kind::kBoolean>(number, value, modifiers);
 }
 
 protocol::ioprim& operator<<(protocol::ioprim& io, const property_ptr& p) {
@@ -145,24 +145,24 @@ void print_value(std::ostream& os, const property_t& p, int indent) {
   os << "}";
 }
 
-template class property_kind_t<7>;
-template class property_kind_t<8>;
-template class property_kind_t<9>;
-template class property_kind_t<10>;
-template class property_kind_t<11>;
-template class property_kind_t<12>;
-template class property_kind_t<13>;
-template class property_kind_t<14>;
-template class property_kind_t<15>;
-template class property_kind_t<16>;
-template class property_kind_t<17>;
-template class property_kind_t<18>;
-template class property_kind_t<19>;
-template class property_kind_t<20>;
-template class property_kind_t<21>;
-template class property_kind_t<22>;
-template class property_kind_t<23>;
-template class property_kind_t<24>;
-template class property_kind_t<25>;
+template class property_kind_t<kind::kString>;
+template class property_kind_t<kind::kStringList>;
+template class property_kind_t<kind::kObjectSet>;
+template class property_kind_t<kind::kObject>;
+template class property_kind_t<kind::kVersion>;
+template class property_kind_t<kind::kAction>;
+template class property_kind_t<kind::kReal>;
+template class property_kind_t<kind::kBignum>;
+template class property_kind_t<kind::kGid>;
+template class property_kind_t<kind::kGidList>;
+template class property_kind_t<kind::kDate>;
+template class property_kind_t<kind::kIndex>;
+template class property_kind_t<kind::kInt>;
+template class property_kind_t<kind::kUint>;
+template class property_kind_t<kind::kBoolean>;
+template class property_kind_t<kind::kBlob>;
+template class property_kind_t<kind::kLob>;
+template class property_kind_t<kind::kOid>;
+template class property_kind_t<kind::kEnum>;
 
 }  // namespace tql

@@ -16,6 +16,29 @@
 
 namespace tql {
 
+// The kinds of property values, by the numbers that travel with them.
+namespace kind {
+inline constexpr int32_t kString = 7;
+inline constexpr int32_t kStringList = 8;
+inline constexpr int32_t kObjectSet = 9;
+inline constexpr int32_t kObject = 10;
+inline constexpr int32_t kVersion = 11;
+inline constexpr int32_t kAction = 12;
+inline constexpr int32_t kReal = 13;
+inline constexpr int32_t kBignum = 14;
+inline constexpr int32_t kGid = 15;
+inline constexpr int32_t kGidList = 16;
+inline constexpr int32_t kDate = 17;
+inline constexpr int32_t kIndex = 18;
+inline constexpr int32_t kInt = 19;
+inline constexpr int32_t kUint = 20;
+inline constexpr int32_t kBoolean = 21;
+inline constexpr int32_t kBlob = 22;
+inline constexpr int32_t kLob = 23;
+inline constexpr int32_t kOid = 24;
+inline constexpr int32_t kEnum = 25;
+}  // namespace kind
+
 // The value of a property_object_t: an id and where the reference comes from.
 struct object_ref_t {
   id_t id;
@@ -79,7 +102,7 @@ struct gid_list_text {
 }  // namespace kinds
 
 template <>
-struct kind_traits<7> {
+struct kind_traits<kind::kString> {
   using value_type = std::string;
   static constexpr const char* class_name = "property_string_t";
   static constexpr const char* word = "string";
@@ -87,14 +110,14 @@ struct kind_traits<7> {
   static int rank(const value_type& a, const value_type& b);
 };
 template <>
-struct kind_traits<8> : kinds::by_value {
+struct kind_traits<kind::kStringList> : kinds::by_value {
   using value_type = std::list<std::string>;
   static constexpr const char* class_name = "property_string_list_t";
   static constexpr const char* word = "string_list";
   static void text(const value_type& v, std::string& out);
 };
 template <>
-struct kind_traits<9> {
+struct kind_traits<kind::kObjectSet> {
   using value_type = object_set_t;
   static constexpr const char* class_name = "property_object_set_t";
   static constexpr const char* word = "object_set";
@@ -102,7 +125,7 @@ struct kind_traits<9> {
   static int rank(const value_type& a, const value_type& b);
 };
 template <>
-struct kind_traits<10> {
+struct kind_traits<kind::kObject> {
   using value_type = object_ref_t;
   static constexpr const char* class_name = "property_object_t";
   static constexpr const char* word = "object";
@@ -112,21 +135,21 @@ struct kind_traits<10> {
   }
 };
 template <>
-struct kind_traits<11> : kinds::by_value {
+struct kind_traits<kind::kVersion> : kinds::by_value {
   using value_type = version_t;
   static constexpr const char* class_name = "property_version_t";
   static constexpr const char* word = "version";
   static void text(const value_type& v, std::string& out);
 };
 template <>
-struct kind_traits<12> : kinds::by_value {
+struct kind_traits<kind::kAction> : kinds::by_value {
   using value_type = int32_t;
   static constexpr const char* class_name = "property_action_t";
   static constexpr const char* word = "action";
   static void text(const value_type&, std::string& out) { out = "(null)"; }
 };
 template <>
-struct kind_traits<13> {
+struct kind_traits<kind::kReal> {
   using value_type = double;
   static constexpr const char* class_name = "property_real_t";
   static constexpr const char* word = "real";
@@ -136,7 +159,7 @@ struct kind_traits<13> {
   static int rank(const value_type& a, const value_type& b);
 };
 template <>
-struct kind_traits<14> : kinds::by_value {
+struct kind_traits<kind::kBignum> : kinds::by_value {
   using value_type = BigNum;
   static constexpr const char* class_name = "property_bignum_t";
   static constexpr const char* word = "bignum";
@@ -147,7 +170,7 @@ struct kind_traits<14> : kinds::by_value {
   static void read(protocol::ioprim& io, value_type& v);
 };
 template <>
-struct kind_traits<15> : kinds::by_value {
+struct kind_traits<kind::kGid> : kinds::by_value {
   using value_type = uint32_t;
   static constexpr const char* class_name = "property_gid_t";
   static constexpr const char* word = "GID";
@@ -155,64 +178,64 @@ struct kind_traits<15> : kinds::by_value {
   static void text(const value_type& v, std::string& out);
 };
 template <>
-struct kind_traits<16> : kinds::by_length_then_value, kinds::gid_list_text {
+struct kind_traits<kind::kGidList> : kinds::by_length_then_value, kinds::gid_list_text {
   using value_type = std::vector<uint32_t>;
   static constexpr const char* class_name = "property_gid_list_t";
   static constexpr const char* word = "GIDList";
 };
 template <>
-struct kind_traits<17> : kinds::by_value, kinds::decimal {
+struct kind_traits<kind::kDate> : kinds::by_value, kinds::decimal {
   using value_type = int64_t;
   static constexpr const char* class_name = "property_date_t";
   static constexpr const char* word = "date";
 };
 template <>
-struct kind_traits<18> : kinds::by_value, kinds::decimal {
+struct kind_traits<kind::kIndex> : kinds::by_value, kinds::decimal {
   using value_type = uint32_t;
   static constexpr const char* class_name = "property_index_t";
   static constexpr const char* word = "index";
 };
 template <>
-struct kind_traits<19> : kinds::by_value, kinds::decimal {
+struct kind_traits<kind::kInt> : kinds::by_value, kinds::decimal {
   using value_type = int32_t;
   static constexpr const char* class_name = "property_int_t";
   static constexpr const char* word = "int";
 };
 template <>
-struct kind_traits<20> : kinds::by_value, kinds::decimal {
+struct kind_traits<kind::kUint> : kinds::by_value, kinds::decimal {
   using value_type = uint32_t;
   static constexpr const char* class_name = "property_uint_t";
   static constexpr const char* word = "uint";
 };
 template <>
-struct kind_traits<21> : kinds::by_value {
+struct kind_traits<kind::kBoolean> : kinds::by_value {
   using value_type = bool;
   static constexpr const char* class_name = "property_boolean_t";
   static constexpr const char* word = "boolean";
   static void text(const value_type& v, std::string& out) { out = v ? "true" : "false"; }
 };
 template <>
-struct kind_traits<22> : kinds::by_value {
+struct kind_traits<kind::kBlob> : kinds::by_value {
   using value_type = std::string;
   static constexpr const char* class_name = "property_blob_t";
   static constexpr const char* word = "blob";
   static void text(const value_type&, std::string& out) { out = "BLOB"; }
 };
 template <>
-struct kind_traits<23> : kinds::by_value {
+struct kind_traits<kind::kLob> : kinds::by_value {
   using value_type = std::string;
   static constexpr const char* class_name = "property_lob_t";
   static constexpr const char* word = "lob";
   static void text(const value_type&, std::string& out) { out = "LOB"; }
 };
 template <>
-struct kind_traits<24> : kinds::by_length_then_value, kinds::gid_list_text {
+struct kind_traits<kind::kOid> : kinds::by_length_then_value, kinds::gid_list_text {
   using value_type = std::vector<uint32_t>;
   static constexpr const char* class_name = "property_oid_t";
   static constexpr const char* word = "GIDList";
 };
 template <>
-struct kind_traits<25> {
+struct kind_traits<kind::kEnum> {
   using value_type = enum_value_t;
   static constexpr const char* class_name = "property_enum_t";
   static constexpr const char* word = "int";
