@@ -1,11 +1,15 @@
-// What one generation shares with every level of its walk, beyond the
-// ResolvedIssue: the report's presentation flags, which keep their value
-// from one generation to the next when a Report doesn't carry the property,
-// and the root of the analysed tree. Process-wide; one thread.
+// What one generation shares with every level of its walk: the resolved
+// report, its presentation flags and the root of the analysed tree. The
+// generation driver builds it for one generation and hands it down; nothing
+// of it is process-wide.
 #pragma once
 
+#include "analysis/resolved_issue.h"
 #include "tql/id.h"
 
+// A report's presentation flags. A Report that doesn't carry one of their
+// properties leaves its flag as the previous generation set it, so the
+// process keeps one set of flags across generations (reporter/).
 struct ReportFlags {
   bool goodScore = false;       // keep severity 1 incidents in a node's log
   bool warnScore = false;       // keep severity 2 incidents
@@ -18,8 +22,9 @@ struct ReportFlags {
   bool graphTabularEnum = false;
 };
 
-// The flags of the current (or last) generation.
-ReportFlags& report_flags();
-
-// The id of the root of the tree that the current generation analyses.
-tql::id_t& report_tree_root();
+// One generation's shared values; the referenced objects outlive the walk.
+struct GenerationContext {
+  const ResolvedIssue& issue;
+  const ReportFlags& flags;
+  tql::id_t treeRoot;  // The root of the analysed tree (a Domain).
+};

@@ -34,8 +34,8 @@ std::vector<tsdb::interval_ptr> keptIncidents(const ReportFlags& flags,
   return kept;
 }
 
-void addIncidentLog(const ResolvedIssue& issue, const tql::id_t& folder, const tql::id_t& node,
-                    zone_t timeZone) {
+void addIncidentLog(const ResolvedIssue& issue, const ReportFlags& flags, const tql::id_t& folder,
+                    const tql::id_t& node, zone_t timeZone) {
   dbms::TSDB_Get_Data_Data request;
   request.id = node;
   request.index_property = schema::kTsdbIncident;
@@ -47,7 +47,7 @@ void addIncidentLog(const ResolvedIssue& issue, const tql::id_t& folder, const t
   request.offset = 0;
   dbms::Return_TSDB_Get_Data_Data reply = queues::tsdb_get_data(request);
   const std::string name = "Incidents on the host from " + periodText(issue, timeZone);
-  std::vector<tsdb::interval_ptr> kept = keptIncidents(report_flags(), std::move(reply.data));
+  std::vector<tsdb::interval_ptr> kept = keptIncidents(flags, std::move(reply.data));
   const tql::id_t log = addLog(folder, name);
   // Nothing kept, nothing to store: the log's series stays empty. (A node
   // without incidents has no series at all, and its reply carries no data

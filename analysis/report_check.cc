@@ -28,17 +28,17 @@ bool hasSummaryRows(int32_t dataType) {
 
 // A plot bound: the check's own, else (when below 0 and the report doesn't
 // scale automatically) the check's range.
-double plotBound(const tql::patch_t& check, int32_t plot, int32_t range) {
+double plotBound(const tql::patch_t& check, int32_t plot, int32_t range, bool autoScale) {
   double bound = scalarOr(check, plot, -1.0);
-  if (bound < 0.0 && !report_flags().graphAutoScale) bound = scalarOr(check, range, bound);
+  if (bound < 0.0 && !autoScale) bound = scalarOr(check, range, bound);
   return bound;
 }
 
 }  // namespace
 
-ReportSingleRawIssue::ReportSingleRawIssue(const tql::patch_t& object, const ResolvedIssue& issue,
-                                           uint32_t depth)
-    : ReportIssue(issue, depth),
+ReportSingleRawIssue::ReportSingleRawIssue(const tql::patch_t& object,
+                                           const GenerationContext& context, uint32_t depth)
+    : ReportIssue(context, depth),
       object(object),
       warnAbove(kNaN),
       warnBelow(kNaN),
@@ -55,7 +55,7 @@ void ReportSingleRawIssue::analyse(const tql::id_t& parentFolder, const Interval
   label = stringOr(object, schema::kLongLabel, "<no name>");
   const tql::id_t folder = addFolder(parentFolder, schema::kFolderCheck, label, object.id);
   if (issue->kind == ReportKind::kConfiguration) {
-    analyseConfiguration(object, folder, report_tree_root(), timeZone);
+    analyseConfiguration(object, folder, context->treeRoot, timeZone);
     status = 0;
     return;
   }
@@ -147,7 +147,7 @@ void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType
     storeCheckLog(*issue, folder, object.id, fetchStart, timeZone);
     return;
   }
-  const ReportFlags& flags = report_flags();
+  const ReportFlags& flags = context->flags;
   GraphSettings settings;
   settings.dataType = dataType;
   settings.unit = unit;
@@ -157,8 +157,8 @@ void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType
   settings.warnBelow = warnBelow;
   settings.showMinMax = flags.graphShowMinMax;
   settings.showNoResponse = flags.graphShowNoResponse;
-  settings.plotMin = plotBound(object, schema::kPlotMin, schema::kRangeMin);
-  settings.plotMax = plotBound(object, schema::kPlotMax, schema::kRangeMax);
+  settings.plotMin = plotBound(object, schema::kPlotMin, schema::kRangeMin, flags.graphAutoScale);
+  settings.plotMax = plotBound(object, schema::kPlotMax, schema::kRangeMax, flags.graphAutoScale);
   settings.tabular = dataType == tsdb::kEnum ? flags.graphTabularEnum : flags.graphTabularUptime;
   const tql::id_t graph = addGraph(folder, "Statistics", settings, object);
   dbms::Return_TSDB_Get_Data_Data chart =

@@ -33,7 +33,7 @@ void ReportDomain::descend(const tql::id_t& folder, const IntervalSet& intervals
   for (const tql::patch_t* child : children) {
     if (child->class_ == schema::kNode) {
       traceId("Got node ", child->id);
-      ReportHost host(*child, *issue, depth + 1, selector, progress);
+      ReportHost host(*child, *context, depth + 1, selector, progress);
       host.analyse(folder, intervals, stats, firstSample, timeZone);
     } else if (child->class_ != schema::kDomain) {
       traceId("Got unexpected object ", child->id);
@@ -42,7 +42,7 @@ void ReportDomain::descend(const tql::id_t& folder, const IntervalSet& intervals
   for (const tql::patch_t* child : children) {
     if (child->class_ != schema::kDomain) continue;
     traceId("Got domain ", child->id);
-    ReportDomain domain(*child, *issue, depth + 1, selector, progress);
+    ReportDomain domain(*child, *context, depth + 1, selector, progress);
     domain.analyse(folder, intervals, stats, firstSample, timeZone);
   }
 }

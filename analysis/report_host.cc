@@ -41,10 +41,10 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
     parentStats.merge(asItem);
   }
   if (issue->wantIncidents && (issue->kind == ReportKind::kAvailability || issue->kind == ReportKind::kIncidents)) {
-    addIncidentLog(*issue, folder, object.id, timeZone);
+    addIncidentLog(*issue, context->flags, folder, object.id, timeZone);
   }
   if (issue->wantSummary && issue->kind == ReportKind::kConfiguration) {
-    addNodeConfiguration(folder, *tree, report_tree_root(), timeZone);
+    addNodeConfiguration(folder, *tree, context->treeRoot, timeZone);
   }
   hideIfWanted(folder, stats.worst);
   progress.advance(1);
@@ -63,7 +63,7 @@ void ReportHost::descend(const tql::patch_t& from, const tql::id_t& folder,
     traceId("Got object ", child->id);
     descend(*child, folder, intervals, stats, firstSample, timeZone);
     if (child->tags.count(0) != 0) {
-      ReportSingleRawIssue check(*child, *issue, depth + 1);
+      ReportSingleRawIssue check(*child, *context, depth + 1);
       check.analyse(folder, intervals, stats, firstSample, timeZone);
     }
   }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "analysis/check_selector.h"
+#include "analysis/generation_context.h"
 #include "analysis/interval_set.h"
 #include "analysis/issue_stats.h"
 #include "analysis/progress.h"
@@ -32,14 +33,16 @@ class ReportIssue {
   int status = 2;  // 2 while this level's analysis runs, 0 when it has finished.
 
  protected:
-  ReportIssue(const ResolvedIssue& issue, uint32_t depth) : issue(&issue), depth(depth) {}
+  ReportIssue(const GenerationContext& context, uint32_t depth)
+      : context(&context), issue(&context.issue), depth(depth) {}
 
   // The hide test: deletes `folder` when this level is at least the
   // report's hideLevel deep and `value` is at least its hideThreshold (never
   // for NaN).
   void hideIfWanted(const tql::id_t& folder, double value) const;
 
-  const ResolvedIssue* issue;  // Shared, not owned.
+  const GenerationContext* context;  // Shared, not owned.
+  const ResolvedIssue* issue;        // context->issue.
   const uint32_t depth;        // 0 for the root domain.
 };
 
@@ -51,9 +54,9 @@ class ReportTreeIssue : public ReportIssue {
  public:
   // Public so that the derived classes inherit it as it stands; the class
   // itself is abstract.
-  ReportTreeIssue(const tql::patch_t& object, const ResolvedIssue& issue, uint32_t depth,
+  ReportTreeIssue(const tql::patch_t& object, const GenerationContext& context, uint32_t depth,
                   CheckSelector& selector, Progress& progress)
-      : ReportIssue(issue, depth), object(object), selector(selector), progress(progress) {}
+      : ReportIssue(context, depth), object(object), selector(selector), progress(progress) {}
 
  protected:
   const tql::patch_t& object;
@@ -89,7 +92,8 @@ class ReportHost : public ReportTreeIssue {
 class ReportSingleRawIssue : public ReportIssue {
  public:
   // `object`: the check or check accumulation, with all its properties.
-  ReportSingleRawIssue(const tql::patch_t& object, const ResolvedIssue& issue, uint32_t depth);
+  ReportSingleRawIssue(const tql::patch_t& object, const GenerationContext& context,
+                       uint32_t depth);
   void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
                IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
 

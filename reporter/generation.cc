@@ -4,10 +4,22 @@
 #include "queues/report_incident.h"
 #include "reporter/generation_run.h"
 
+namespace {
+
+// The presentation flags carry over from one generation to the next: a
+// Report that lacks one of their properties keeps the value that the
+// previous generation set. The process holds them here, for its lifetime.
+ReportFlags& carried_flags() {
+  static ReportFlags flags;
+  return flags;
+}
+
+}  // namespace
+
 GenerationOutcome generate_report_outcome(tql::id_t report_id, tql::version_t report_version,
                                           TimeValue order_time) {
   try {
-    GenerationRun generation(report_id, report_version, order_time);
+    GenerationRun generation(report_id, report_version, order_time, carried_flags());
     tql::id_t instance = generation.run();
     return {instance, generation.stale()};
   } catch (const error::Exception& e) {

@@ -45,8 +45,8 @@ void GenerationRun::analyse(const tql::patch_t& tree) {
   TAVREL_ASSERT(tree.class_ == schema::kDomain,
                 "Trying to start report generation from object different that CLASS_Domain");
   ReportProgress progress(report_id_, instance_id_, countNodes(tree), writeProgress);
-  report_tree_root() = tree.id;
-  ReportDomain root(tree, issue_, 0, *tree_.selector, progress);
+  const GenerationContext context{issue_, flags_, tree.id};
+  ReportDomain root(tree, context, 0, *tree_.selector, progress);
   IssueStats stats;
   root.analyse(instance_id_, intervals_, stats, first_sample_, zone_);
   if (log_tracing()) log("Done analysing (st=" + std::to_string(issue_.start) + ")", kLogTrace);

@@ -36,11 +36,12 @@ void addDate(Properties& p, int32_t number, int64_t value) {
 }  // namespace
 
 GenerationRun::GenerationRun(tql::id_t report_id, tql::version_t report_version,
-                             TimeValue order_time)
+                             TimeValue order_time, ReportFlags& flags)
     : report_id_(report_id),
       report_version_(report_version),
       order_time_(order_time),
       started_(TimeValue::now()),
+      flags_(flags),
       zone_(timeZoneValue(kEnvironmentZone)) {}
 
 tql::id_t GenerationRun::run() {
@@ -90,7 +91,7 @@ bool GenerationRun::prepare() {
     if (plan != nullptr && log_tracing()) log("Got a plan", kLogTrace);
     intervals_ = reportIntervals(plan, issue_.start, issue_.duration);
   }
-  readReportFlags(*report_, report_flags());
+  readReportFlags(*report_, flags_);
   return true;
 }
 

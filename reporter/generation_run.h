@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/generation_context.h"
 #include "analysis/interval_set.h"
 #include "analysis/report_selection.h"
 #include "analysis/report_tree.h"
@@ -19,7 +20,10 @@
 
 class GenerationRun {
  public:
-  GenerationRun(tql::id_t report_id, tql::version_t report_version, TimeValue order_time);
+  // `flags` are the presentation flags that the last generation left; this
+  // one updates them from its Report.
+  GenerationRun(tql::id_t report_id, tql::version_t report_version, TimeValue order_time,
+                ReportFlags& flags);
   GenerationRun(const GenerationRun&) = delete;
   GenerationRun& operator=(const GenerationRun&) = delete;
 
@@ -54,6 +58,7 @@ class GenerationRun {
   const tql::version_t report_version_;
   const TimeValue order_time_;
   const TimeValue started_;
+  ReportFlags& flags_;
 
   std::unique_ptr<ReportDefinition> definition_;
   const tql::patch_t* report_ = nullptr;  // In definition_.
