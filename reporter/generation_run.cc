@@ -8,7 +8,7 @@
 #include "analysis/object_values.h"
 #include "analysis/plan.h"
 #include "base/log.h"
-#include "email/report_mailing.h"
+#include "mailing/report_mailing.h"
 #include "queues/report_incident.h"
 #include "queues/tql_operations.h"
 #include "reporter/generation_values.h"

@@ -1,7 +1,7 @@
 #include "reporter/queue_port.h"
 
 #include "base/time_value.h"
-#include "email/report_mailing.h"
+#include "mailing/report_mailing.h"
 #include "queues/events.h"
 #include "queues/metering.h"
 #include "queues/qdialog.h"

@@ -1,12 +1,12 @@
-#include "email/report_mail.h"
+#include "mailing/report_mail.h"
 
 #include <memory>
 
 #include "base/log.h"
 #include "email/message.h"
-#include "email/mime_image_generator.h"
+#include "mailing/mime_image_generator.h"
 #include "email/mime_multipart.h"
-#include "email/report_bodies.h"
+#include "mailing/report_bodies.h"
 #include "queues/configuration.h"
 #include "queues/report_incident.h"
 

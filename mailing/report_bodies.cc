@@ -1,4 +1,4 @@
-#include "email/report_bodies.h"
+#include "mailing/report_bodies.h"
 
 #include <cstdint>
 #include <vector>

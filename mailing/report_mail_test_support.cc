@@ -1,4 +1,4 @@
-#include "email/report_mail_test_support.h"
+#include "mailing/report_mail_test_support.h"
 
 #include <fstream>
 #include <random>

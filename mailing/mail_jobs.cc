@@ -1,4 +1,4 @@
-#include "email/mail_jobs.h"
+#include "mailing/mail_jobs.h"
 
 #include "base/log.h"
 #include "queues/report_incident.h"

@@ -2,7 +2,7 @@
 // the encoded rendering it stands for, and the generator must attach each
 // picture once, number the charts of each mail from 0 and try a missing
 // spacer again.
-#include "email/report_bodies.h"
+#include "mailing/report_bodies.h"
 
 #include <gtest/gtest.h>
 
@@ -11,9 +11,9 @@
 
 #include "base/error.h"
 #include "email/encoding.h"
-#include "email/mime_image_generator.h"
+#include "mailing/mime_image_generator.h"
 #include "email/mime_multipart.h"
-#include "email/report_mail_test_support.h"
+#include "mailing/report_mail_test_support.h"
 #include "grapher/check_image.h"
 #include "grapher/graph.h"
 #include "report/fake_report.h"

@@ -1,11 +1,11 @@
-#include "email/mime_image_generator.h"
+#include "mailing/mime_image_generator.h"
 
 #include <memory>
 
 #include "base/error.h"
 #include "base/log.h"
-#include "email/picture_mime_body.h"
-#include "email/report_bodies.h"
+#include "mailing/picture_mime_body.h"
+#include "mailing/report_bodies.h"
 #include "resource/resource_error.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // The walk over a reply of the mailing subscription: which jobs are mailed,
 // in what order, what is logged and told, and that every job is deleted.
-#include "email/mail_jobs.h"
+#include "mailing/mail_jobs.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "email/report_mail_test_support.h"
+#include "mailing/report_mail_test_support.h"
 #include "tql/errors.h"
 #include "tql/property.h"
 #include "tql/schema.h"

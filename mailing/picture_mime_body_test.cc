@@ -1,6 +1,6 @@
 // A picture from the resource files as a mail part, byte for byte; and its
 // bytes stay those it was made with when the resource is reloaded.
-#include "email/picture_mime_body.h"
+#include "mailing/picture_mime_body.h"
 
 #include <gtest/gtest.h>
 

@@ -1,15 +1,15 @@
 // The stored side of report mailing: the report, its instance and its
 // incident series through the process's queue. Everything else is in
 // report_mail.cc and mail_jobs.cc, which tests run without a queue.
-#include "email/report_mailing.h"
+#include "mailing/report_mailing.h"
 
 #include <memory>
 
 #include "base/fatal.h"
 #include "base/log.h"
 #include "base/time_value.h"
-#include "email/mail_jobs.h"
-#include "email/report_mail.h"
+#include "mailing/mail_jobs.h"
+#include "mailing/report_mail.h"
 #include "queues/childqueue.h"
 #include "queues/report_incident.h"
 #include "queues/tql_operations.h"

@@ -2,7 +2,7 @@
 // delivering into a Maildir) whose mail Python's email package parses
 // back, and to scripted peers that refuse, fall silent or hang up. Each
 // case checks the lines for the report's incident series.
-#include "email/report_mail.h"
+#include "mailing/report_mail.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +10,10 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "email/mime_image_generator.h"
+#include "mailing/mime_image_generator.h"
 #include "email/mime_multipart.h"
-#include "email/report_bodies.h"
-#include "email/report_mail_test_support.h"
+#include "mailing/report_bodies.h"
+#include "mailing/report_mail_test_support.h"
 #include "email/test_process.h"
 #include "grapher/check_image.h"
 #include "grapher/graph.h"

@@ -1,4 +1,4 @@
-#include "email/picture_mime_body.h"
+#include "mailing/picture_mime_body.h"
 
 namespace email {
 
