@@ -99,11 +99,11 @@ bool writePaths(RowSink& rows, ObjectSource& objects, const tql::id_t& folder,
   if (!members) return true;
   for (const auto& [pathId, origin] : *members) {
     trace("Got path " + pathId.text());
-    auto pattern = add_next(
-        make_pattern(schema::kDomain, 0),
-        add_next(make_pattern(schema::kDomain, tql::kPatternNested),
-                 add_next(make_pattern(schema::kUser, 0),
-                          whereId(schema::kAlertPath, pathId, tql::kPatternAllProps))));
+    auto pattern =
+        add_next(make_pattern(schema::kDomain, 0),
+                 add_next(make_pattern(schema::kDomain, tql::kPatternNested),
+                          add_next(make_pattern(schema::kUser, 0),
+                                   whereId(schema::kAlertPath, pathId, tql::kPatternAllProps))));
     const auto found = objects.selectOne(rootId, std::move(pattern));
     const tql::patch_t* path = found ? firstOnChain(*found, schema::kAlertPath) : nullptr;
     if (path == nullptr) {

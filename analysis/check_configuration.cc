@@ -23,21 +23,20 @@ constexpr LabelledProperty kScoreKeeper[] = {{"Good score", schema::kGoodScore},
                                              {"Bad score", schema::kAlertScore}};
 constexpr LabelledProperty kPlotting[] = {{"Min value", schema::kPlotMin},
                                           {"Max value", schema::kPlotMax}};
-constexpr LabelledProperty kCheckParameters[] = {
-    {"Port", schema::kPort},
-    {"URL to check", schema::kHttpUrl},
-    {"Status pattern", schema::kHttpStatusRegex},
-    {"Content pattern", schema::kHttpContentRegex},
-    {"Host to lookup", schema::kDnsHost},
-    {"Should resolve to one of", schema::kDnsIp},
-    {"Execute VRFY command", schema::kSmtpExecuteVrfy},
-    {"User", schema::kUserProperty},
-    {"Password", schema::kCheckPassword},
-    {"Wait for close", schema::kConnClose},
-    {"Custom check", schema::kCustomType}};
-constexpr LabelledProperty kOnReboot[] = {{"Automatic downtime", schema::kAutomaticDowntime},
-                                          {"Automatic ScoreKeeper reset",
-                                           schema::kAutomaticResetScores}};
+constexpr LabelledProperty kCheckParameters[] = {{"Port", schema::kPort},
+                                                 {"URL to check", schema::kHttpUrl},
+                                                 {"Status pattern", schema::kHttpStatusRegex},
+                                                 {"Content pattern", schema::kHttpContentRegex},
+                                                 {"Host to lookup", schema::kDnsHost},
+                                                 {"Should resolve to one of", schema::kDnsIp},
+                                                 {"Execute VRFY command", schema::kSmtpExecuteVrfy},
+                                                 {"User", schema::kUserProperty},
+                                                 {"Password", schema::kCheckPassword},
+                                                 {"Wait for close", schema::kConnClose},
+                                                 {"Custom check", schema::kCustomType}};
+constexpr LabelledProperty kOnReboot[] = {
+    {"Automatic downtime", schema::kAutomaticDowntime},
+    {"Automatic ScoreKeeper reset", schema::kAutomaticResetScores}};
 constexpr LabelledProperty kLogCheckSettings[] = {
     {"Log entry separator", schema::kSeparatorRegex},
     {"Separator inclusion", schema::kSeparatorInclusion},
@@ -56,7 +55,8 @@ bool anySet(const tql::patch_t& check, const LabelledProperty (&table)[N]) {
 template <size_t N>
 void rowsIfSet(RowSink& rows, const tql::id_t& folder, const tql::patch_t& check,
                const LabelledProperty (&table)[N]) {
-  for (const LabelledProperty& e : table) rows.propertyRowIfSet(folder, e.label, check, e.property, {});
+  for (const LabelledProperty& e : table)
+    rows.propertyRowIfSet(folder, e.label, check, e.property, {});
 }
 
 // The sub-folder `name` with the rows of `table`, when any of them is set.
@@ -110,7 +110,8 @@ void writeConfiguration(RowSink& rows, ObjectSource& objects, const tql::patch_t
   rows.propertyRowIfSet(folder, "Check interval", check, schema::kFrequency, {});
   writeAlertGroupRows(rows, objects, folder, check, rootId);
   // Required: an absent alertStrategy raises errors::tql.
-  const auto strategy = tql::value_of<tql::property_enum_t>(&check.property(schema::kAlertStrategy));
+  const auto strategy =
+      tql::value_of<tql::property_enum_t>(&check.property(schema::kAlertStrategy));
   const uint32_t* strategyValue = strategy ? &strategy->value : nullptr;
   const std::string strategyText = alertStrategyText(strategyValue);
   rows.propertyRow(folder, "Acknowledge alerts", check, schema::kAcknowledgeAlerts, false, "", {});

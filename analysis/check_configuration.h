@@ -8,7 +8,8 @@
 
 // The alert group rows of a check, check accumulation or node. `rootId` is
 // the root of the report's tree.
-void addAlertGroupRows(const tql::id_t& folder, const tql::patch_t& object, const tql::id_t& rootId);
+void addAlertGroupRows(const tql::id_t& folder, const tql::patch_t& object,
+                       const tql::id_t& rootId);
 
 // The configuration rows of one check in its folder (the configuration
 // report's work for a check, instead of the data analysis).

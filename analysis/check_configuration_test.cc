@@ -56,8 +56,7 @@ struct World {
     const tql::patch_t node = withGroup(objectWithId(schema::kNode, {0, 1, 10}), nodeGroup);
     objects.selectOneReplies["0.1 Domain/1 > Node/2 > CheckGroup/1 > Check/0[id=0.1.20]"] =
         objectWithId(schema::kDomain, {0, 1},
-                     {objectWithId(schema::kDomain, {0, 1, 3},
-                                   {tql::patch_t(node)})});
+                     {objectWithId(schema::kDomain, {0, 1, 3}, {tql::patch_t(node)})});
     auto chainTo = [&](tql::patch_t leaf) {
       return withGroup(
           objectWithId(schema::kDomain, {0, 1},
@@ -203,16 +202,26 @@ TEST(CheckConfiguration, RowsAndSubFoldersInOrder) {
   Rows rows;
   Objects objects;
   writeConfiguration(rows, objects, fullCheck(), kFolder, kReportRoot, timeZoneValue(0));
-  EXPECT_EQ((Lines{row("Label", "HTTP"), row("Info URL", "http://wiki/http"),
-                   row("Check interval", "60"), row("Alert group", "none"),
-                   row("Acknowledge alerts", "true"), row("Alert strategy", "ScoreKeeper"),
-                   row("Accumulation period", "1 hour"), row("Is rolling", "false"),
-                   row("Forecast enabled", "false"), row("Alert when above", "3.000000"),
-                   row("Warn when above", "1.500000"), folder("9.1", "ScoreKeeper parameters"),
-                   row("Good score", "1", "9.1"), row("Bad score", "10", "9.1"),
-                   folder("9.2", "Graph plotting"), row("Max value", "5.000000", "9.2"),
-                   folder("9.3", "Check parameter"), row("Port", "80", "9.3"),
-                   row("URL to check", "http://web1/", "9.3"), row("", "watch the front page")}),
+  EXPECT_EQ((Lines{row("Label", "HTTP"),
+                   row("Info URL", "http://wiki/http"),
+                   row("Check interval", "60"),
+                   row("Alert group", "none"),
+                   row("Acknowledge alerts", "true"),
+                   row("Alert strategy", "ScoreKeeper"),
+                   row("Accumulation period", "1 hour"),
+                   row("Is rolling", "false"),
+                   row("Forecast enabled", "false"),
+                   row("Alert when above", "3.000000"),
+                   row("Warn when above", "1.500000"),
+                   folder("9.1", "ScoreKeeper parameters"),
+                   row("Good score", "1", "9.1"),
+                   row("Bad score", "10", "9.1"),
+                   folder("9.2", "Graph plotting"),
+                   row("Max value", "5.000000", "9.2"),
+                   folder("9.3", "Check parameter"),
+                   row("Port", "80", "9.3"),
+                   row("URL to check", "http://web1/", "9.3"),
+                   row("", "watch the front page")}),
             rows.lines);
   EXPECT_EQ((Lines{"selectOne 0.1.20 ./4 > Plan/2 > {ExpectedEvent/2, UnexpectedEvent/2, "
                    "WeekPlanner/2 > DayPlanner/2 > Event/2}",
@@ -298,12 +307,12 @@ TEST(LogCheckRules, InOrderWithCommentsAndForwardTargets) {
                     rule(6, "odd", 9, 7), unordered, incomplete});
   Rows rows;
   writeLogCheckRules(rows, objects, objectWithId(schema::kCheck, {0, 1, 20}), kFolder);
-  EXPECT_EQ((Lines{folder("9.1", "LogCheck rules"), row("", "# first", "9.1"),
-                   row("", "# kernel", "9.1"), row("", "oops: warn quiet;", "9.1"),
-                   row("", "^panic: moveto 'agent7';", "9.1"),
-                   row("", "disk: copyto <deleted forward LogCheck>;", "9.1"),
-                   row("", "ok: ok log;", "9.1"), row("", "odd: ;", "9.1")}),
-            rows.lines);
+  EXPECT_EQ(
+      (Lines{folder("9.1", "LogCheck rules"), row("", "# first", "9.1"), row("", "# kernel", "9.1"),
+             row("", "oops: warn quiet;", "9.1"), row("", "^panic: moveto 'agent7';", "9.1"),
+             row("", "disk: copyto <deleted forward LogCheck>;", "9.1"),
+             row("", "ok: ok log;", "9.1"), row("", "odd: ;", "9.1")}),
+      rows.lines);
   EXPECT_EQ("select 0.1.80 0.1.81 ./2", objects.calls.back());
 }
 

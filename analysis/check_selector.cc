@@ -35,7 +35,8 @@ std::unique_ptr<tql::patch_t> NoCheckSelector::select(const tql::patch_t& node) 
 
 std::unique_ptr<tql::patch_t> OldStyleCheckSelector::select(const tql::patch_t& node) {
   return guarded("Cannot select old style checks: ", [&] {
-    std::unique_ptr<tql::patch_t> tree = selectFrom(node.id, oldStyleCheckPattern(contains_, false));
+    std::unique_ptr<tql::patch_t> tree =
+        selectFrom(node.id, oldStyleCheckPattern(contains_, false));
     if (!tree) tree = selectFrom(node.id, oldStyleCheckPattern(contains_, true));
     return tree;
   });

@@ -12,9 +12,12 @@
 namespace {
 
 constexpr LabelledProperty kNodeScoreKeeper[] = {
-    {"Checkin score", schema::kCheckinScore}, {"Missed checkin score", schema::kMissedCheckinScore},
-    {"Warn at", schema::kWarn},               {"Warn ceiling", schema::kWarnCeiling},
-    {"Alert", schema::kAlert},                {"Alert ceiling", schema::kAlertCeiling}};
+    {"Checkin score", schema::kCheckinScore},
+    {"Missed checkin score", schema::kMissedCheckinScore},
+    {"Warn at", schema::kWarn},
+    {"Warn ceiling", schema::kWarnCeiling},
+    {"Alert", schema::kAlert},
+    {"Alert ceiling", schema::kAlertCeiling}};
 
 // The node's classes, each a row labelled " " with the class's name, in a
 // sub-folder made when the first one is found.
@@ -42,7 +45,8 @@ void writeDomainConfiguration(RowSink& rows, ObjectSource& objects, const tql::i
 
 void writeNodeConfiguration(RowSink& rows, ObjectSource& objects, const tql::id_t& folder,
                             const tql::patch_t& node, const tql::id_t& rootId, zone_t timeZone) {
-  if (const auto label = nonEmptyString(node, schema::kLabel)) rows.row(folder, "Label", *label, {});
+  if (const auto label = nonEmptyString(node, schema::kLabel))
+    rows.row(folder, "Label", *label, {});
   rows.propertyRow(folder, "Info URL", node, schema::kInfoUrl, false, "", {});
   const auto checkin = tql::value_of<tql::property_uint_t>(node, schema::kCheckinFrequency);
   rows.row(folder, "Checkin interval", checkin ? std::to_string(*checkin) : "never checkin", {});
@@ -59,8 +63,7 @@ void writeNodeConfiguration(RowSink& rows, ObjectSource& objects, const tql::id_
   writeNodeClasses(rows, objects, folder, node);
 }
 
-void addDomainConfiguration(const tql::id_t& folder, const tql::patch_t& domain,
-                            zone_t timeZone) {
+void addDomainConfiguration(const tql::id_t& folder, const tql::patch_t& domain, zone_t timeZone) {
   DatabaseRows rows;
   DatabaseObjects objects;
   writeDomainConfiguration(rows, objects, folder, domain, timeZone);

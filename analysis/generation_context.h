@@ -11,10 +11,10 @@
 // properties leaves its flag as the previous generation set it, so the
 // process keeps one set of flags across generations (reporter/).
 struct ReportFlags {
-  bool goodScore = false;       // keep severity 1 incidents in a node's log
-  bool warnScore = false;       // keep severity 2 incidents
-  bool alertScore = true;       // keep severity 4 incidents
-  bool includeConfig = true;    // keep configuration-change incidents
+  bool goodScore = false;     // keep severity 1 incidents in a node's log
+  bool warnScore = false;     // keep severity 2 incidents
+  bool alertScore = true;     // keep severity 4 incidents
+  bool includeConfig = true;  // keep configuration-change incidents
   bool graphShowMinMax = false;
   bool graphShowNoResponse = false;
   bool graphAutoScale = false;  // false: an unset plot bound falls back to the check's range

@@ -11,12 +11,12 @@
 #include "tsdb/interval.h"
 
 // Fetches the node's incidents of the period (at most 40, as the database
-// returns them), keeps those that the report's `flags` ask for, and stores them as the series of a log "Incidents on the host from
+// returns them), keeps those that the report's `flags` ask for, and stores them as the series of a
+// log "Incidents on the host from
 // ..." in `folder`. The log is made even when nothing is kept; its series is
 // then left empty (no put). Raises what the dialogs and the create raise.
 void addIncidentLog(const ResolvedIssue& issue, const ReportFlags& flags, const tql::id_t& folder,
-                    const tql::id_t& node,
-                    zone_t timeZone);
+                    const tql::id_t& node, zone_t timeZone);
 
 // A severity 1 message that tells of a change of configuration: it contains
 // " tried" with no ", access" before the first " tried", or "New master

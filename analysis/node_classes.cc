@@ -53,7 +53,8 @@ void resolve(std::list<tql::condition_t>& conditions, const NodeClassCatalogue& 
   auto it = catalogue.classRecords.find(id);
   if (it != catalogue.classRecords.end() && it->second.autoPromote) {
     if (!promoting.insert(id).second) return;
-    for (const tql::id_t& parent : it->second.parents) resolve(conditions, catalogue, parent, promoting);
+    for (const tql::id_t& parent : it->second.parents)
+      resolve(conditions, catalogue, parent, promoting);
     promoting.erase(id);
     return;
   }
@@ -62,7 +63,8 @@ void resolve(std::list<tql::condition_t>& conditions, const NodeClassCatalogue& 
   tql::object_set_t value;
   for (const tql::id_t& c : closure) value.emplace(c, tql::origin_t{});
   conditions.push_back(tql::condition_t{
-      tql::make_property<tql::kind::kObjectSet>(schema::kNodeClasses, std::move(value)), tql::kIntersects});
+      tql::make_property<tql::kind::kObjectSet>(schema::kNodeClasses, std::move(value)),
+      tql::kIntersects});
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #pragma once
 
 #include <cstdint>
-
 #include <memory>
 
 #include "analysis/interval_set.h"

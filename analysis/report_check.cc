@@ -48,8 +48,7 @@ ReportSingleRawIssue::ReportSingleRawIssue(const tql::patch_t& object,
       rangeMax(kNaN) {}
 
 void ReportSingleRawIssue::analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
-                                   IssueStats& parentStats, int64_t& firstSample,
-                                   zone_t timeZone) {
+                                   IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
   traceId("Analysing checks for check ", object.id);
   stats.explanationFolder = parentStats.explanationFolder;
   label = stringOr(object, schema::kLongLabel, "<no name>");
@@ -121,11 +120,21 @@ int64_t ReportSingleRawIssue::runIntervals(int32_t dataType,
   int64_t first = 0;
   for (const Interval& interval : intervals) {
     switch (dataType) {
-      case tsdb::kUptime: first = analysis.analyseUptime(continuous, interval); break;
-      case tsdb::kEnum: first = analysis.analyseEnum(enums, interval); break;
-      case tsdb::kIncidentLog: first = analyseIncidents(samples, interval); break;
-      case tsdb::kContinuous: first = analysis.analyseContinuous(continuous, interval); break;
-      case tsdb::kAccumulation: first = analysis.analyseAccumulation(continuous, interval); break;
+      case tsdb::kUptime:
+        first = analysis.analyseUptime(continuous, interval);
+        break;
+      case tsdb::kEnum:
+        first = analysis.analyseEnum(enums, interval);
+        break;
+      case tsdb::kIncidentLog:
+        first = analyseIncidents(samples, interval);
+        break;
+      case tsdb::kContinuous:
+        first = analysis.analyseContinuous(continuous, interval);
+        break;
+      case tsdb::kAccumulation:
+        first = analysis.analyseAccumulation(continuous, interval);
+        break;
       default:
         log("Cannot analyse datatype " + std::to_string(dataType));
         first = 0;
@@ -140,8 +149,8 @@ int64_t ReportSingleRawIssue::runIntervals(int32_t dataType,
   return first;
 }
 
-void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType,
-                                       int64_t lastFirst, zone_t timeZone) {
+void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType, int64_t lastFirst,
+                                       zone_t timeZone) {
   const int64_t fetchStart = issue->start != 0 ? issue->start : lastFirst;
   if (dataType == tsdb::kIncidentLog) {
     storeCheckLog(*issue, folder, object.id, fetchStart, timeZone);

@@ -26,8 +26,8 @@ void ReportDomain::analyse(const tql::id_t& parentFolder, const IntervalSet& int
   status = 0;
 }
 
-void ReportDomain::descend(const tql::id_t& folder, const IntervalSet& intervals,
-                           IssueStats& stats, int64_t& firstSample, zone_t timeZone) {
+void ReportDomain::descend(const tql::id_t& folder, const IntervalSet& intervals, IssueStats& stats,
+                           int64_t& firstSample, zone_t timeZone) {
   traceId("Descending from ", object.id);
   const std::vector<const tql::patch_t*> children = sortedChildren(object);
   for (const tql::patch_t* child : children) {

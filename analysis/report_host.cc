@@ -40,7 +40,8 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
     asItem.worstName = label;
     parentStats.merge(asItem);
   }
-  if (issue->wantIncidents && (issue->kind == ReportKind::kAvailability || issue->kind == ReportKind::kIncidents)) {
+  if (issue->wantIncidents &&
+      (issue->kind == ReportKind::kAvailability || issue->kind == ReportKind::kIncidents)) {
     addIncidentLog(*issue, context->flags, folder, object.id, timeZone);
   }
   if (issue->wantSummary && issue->kind == ReportKind::kConfiguration) {

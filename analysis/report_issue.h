@@ -43,7 +43,7 @@ class ReportIssue {
 
   const GenerationContext* context;  // Shared, not owned.
   const ResolvedIssue* issue;        // context->issue.
-  const uint32_t depth;        // 0 for the root domain.
+  const uint32_t depth;              // 0 for the root domain.
 };
 
 // The levels above the checks: a domain or node, with the report's
@@ -67,8 +67,8 @@ class ReportTreeIssue : public ReportIssue {
 class ReportDomain : public ReportTreeIssue {
  public:
   using ReportTreeIssue::ReportTreeIssue;
-  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
-               IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
+  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals, IssueStats& parentStats,
+               int64_t& firstSample, zone_t timeZone) override;
 
  private:
   // Nodes first (sorted by longLabel), then subdomains.
@@ -79,8 +79,8 @@ class ReportDomain : public ReportTreeIssue {
 class ReportHost : public ReportTreeIssue {
  public:
   using ReportTreeIssue::ReportTreeIssue;
-  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
-               IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
+  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals, IssueStats& parentStats,
+               int64_t& firstSample, zone_t timeZone) override;
 
  private:
   // Post-order over the selected tree: a child's own children first, then
@@ -94,8 +94,8 @@ class ReportSingleRawIssue : public ReportIssue {
   // `object`: the check or check accumulation, with all its properties.
   ReportSingleRawIssue(const tql::patch_t& object, const GenerationContext& context,
                        uint32_t depth);
-  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
-               IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) override;
+  void analyse(const tql::id_t& parentFolder, const IntervalSet& intervals, IssueStats& parentStats,
+               int64_t& firstSample, zone_t timeZone) override;
 
  private:
   void analyseData(const tql::id_t& folder, const IntervalSet& intervals, IssueStats& parentStats,
@@ -110,7 +110,7 @@ class ReportSingleRawIssue : public ReportIssue {
   void storeSeries(const tql::id_t& folder, int32_t dataType, int64_t lastFirst, zone_t timeZone);
 
   const tql::patch_t& object;
-  std::string unit;  // The check's unit blob; empty for none.
+  std::string unit;                                     // The check's unit blob; empty for none.
   double warnAbove, warnBelow, alertAbove, alertBelow;  // NaN until loaded.
   double rangeMin, rangeMax;
   IssueStats stats;  // This check alone.

@@ -19,14 +19,16 @@ TEST(SelectionsOf, OneRecordPerSelectionWithItsPathsInOrder) {
   tql::object_set_t ids{{tql::id_t{0, 1, 7}, {}}};
   first.set_property(tql::make_property<tql::kind::kObjectSet>(schema::kContains, ids));
   tql::patch_t path = Child(schema::kReportCheckSelection);
-  path.set_property(tql::make_property<tql::kind::kStringList>(schema::kContains, std::list<std::string>{"G", "C"}));
+  path.set_property(tql::make_property<tql::kind::kStringList>(schema::kContains,
+                                                               std::list<std::string>{"G", "C"}));
   first.children.push_back(path);
   first.children.push_back(Child(schema::kReportCheckSelection));  // no path: empty
   report.children.push_back(Child(schema::kPlan));
   report.children.push_back(first);
   tql::patch_t second = Child(schema::kReportSelection);
   second.set_property(tql::make_property<tql::kind::kObjectSet>(schema::kNodeClasses, ids));
-  second.set_property(tql::make_property<tql::kind::kObjectSet>(schema::kContains, tql::object_set_t{}));
+  second.set_property(
+      tql::make_property<tql::kind::kObjectSet>(schema::kContains, tql::object_set_t{}));
   second.properties[schema::kContains]->is_null = true;
   report.children.push_back(second);
 

@@ -8,8 +8,8 @@
 #include "tql/decode.h"
 #include "tql/schema.h"
 
-ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelectionRecord>& selections,
-                      ReportKind kind) {
+ReportTree reportTree(const tql::patch_t& report,
+                      const std::vector<ReportSelectionRecord>& selections, ReportKind kind) {
   ReportTree tree;
   if (!selections.empty()) {
     tree.pattern = selectionTreePattern(selections, readNodeClasses());

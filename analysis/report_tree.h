@@ -24,8 +24,8 @@ struct ReportTree {
 // absent or null, the debug line "Unable to find contents of template" and
 // no pattern (both members null). `selections` must outlive the selector.
 // Raises errors::tql (the catalogue's select, a damaged `contains`).
-ReportTree reportTree(const tql::patch_t& report, const std::vector<ReportSelectionRecord>& selections,
-                      ReportKind kind);
+ReportTree reportTree(const tql::patch_t& report,
+                      const std::vector<ReportSelectionRecord>& selections, ReportKind kind);
 
 // The nodes of a report's tree: a Domain counts its children, a Node 1;
 // any other class is the fatal assertion "countNodes got neither Domain nor

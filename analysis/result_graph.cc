@@ -30,7 +30,8 @@ void addPresentation(Properties& p, const GraphSettings& s, const tql::patch_t& 
     for (int32_t i = 0; i < 32; ++i) copyIfPresent(p, check, schema::kStateLabel0 + i);
     return;
   }
-  p.emplace_back(tql::make_property<tql::kind::kBlob>(schema::kUnit, isEnum ? std::string() : s.unit));
+  p.emplace_back(
+      tql::make_property<tql::kind::kBlob>(schema::kUnit, isEnum ? std::string() : s.unit));
   copyIfPresent(p, check, schema::kPreferredUnit);
   copyIfPresent(p, check, schema::kPreferredBinary);
 }
@@ -51,7 +52,8 @@ std::vector<tql::property_ptr> graphProperties(const std::string& name, const Gr
   p.emplace_back(orderProperty());
   p.emplace_back(tql::make_string_property(schema::kName, name));
   addPresentation(p, s, check);
-  p.emplace_back(tql::make_property<tql::kind::kUint>(schema::kDataType, static_cast<uint32_t>(s.dataType)));
+  p.emplace_back(
+      tql::make_property<tql::kind::kUint>(schema::kDataType, static_cast<uint32_t>(s.dataType)));
   addLevels(p, schema::kAlertIfAbove, s.alertAbove, schema::kWarnIfAbove, s.warnAbove,
             s.alertAbove < 0.0 || s.alertAbove > s.warnAbove);
   addLevels(p, schema::kAlertIfBelow, s.alertBelow, schema::kWarnIfBelow, s.warnBelow,

@@ -30,7 +30,8 @@ TEST(GraphProperties, OrderComesFirstFromTheCounter) {
 
 TEST(GraphProperties, ThresholdsShownOnlyWhereTheyMakeSense) {
   tql::patch_t check;
-  check.set_property(tql::make_property<tql::kind::kBlob>(schema::kPreferredUnit, std::string("u")));
+  check.set_property(
+      tql::make_property<tql::kind::kBlob>(schema::kPreferredUnit, std::string("u")));
   GraphSettings s;
   s.dataType = tsdb::kContinuous;
   s.unit = "ms";
@@ -60,7 +61,8 @@ TEST(GraphProperties, EnumChecksCarryTheirColoursAndLabels) {
   tql::patch_t check;
   check.set_property(tql::make_string_property(schema::kStateColors, "g,r"));
   check.set_property(tql::make_string_property(schema::kStateLabel0 + 1, "down"));
-  check.set_property(tql::make_property<tql::kind::kBlob>(schema::kPreferredUnit, std::string("u")));
+  check.set_property(
+      tql::make_property<tql::kind::kBlob>(schema::kPreferredUnit, std::string("u")));
   GraphSettings s;
   s.dataType = tsdb::kEnum;
   s.unit = "ms";

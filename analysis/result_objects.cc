@@ -41,8 +41,8 @@ tql::id_t createResult(const tql::id_t& parent, int32_t class_,
 tql::id_t addFolder(const tql::id_t& parent, uint32_t folderType, const std::string& name,
                     const tql::id_t& origin) {
   std::vector<tql::property_ptr> p;
-  p.emplace_back(tql::make_property<tql::kind::kEnum>(schema::kFolderType,
-                                        tql::enum_value_t{schema::kFolderTypeEnum, folderType}));
+  p.emplace_back(tql::make_property<tql::kind::kEnum>(
+      schema::kFolderType, tql::enum_value_t{schema::kFolderTypeEnum, folderType}));
   p.emplace_back(tql::make_string_property(schema::kName, name));
   p.emplace_back(orderProperty());
   appendOrigin(p, origin);

@@ -11,7 +11,7 @@ using tql::add_next;
 using tql::make_pattern;
 using Conditions = std::list<tql::condition_t>;
 
-constexpr int32_t kAll = tql::kPatternAllProps;                               // 2
+constexpr int32_t kAll = tql::kPatternAllProps;                              // 2
 constexpr int32_t kNestedAll = tql::kPatternNested | tql::kPatternAllProps;  // 3
 constexpr int32_t kSelected = tql::kPatternAllProps | tql::kPatternBit4;     // 6
 

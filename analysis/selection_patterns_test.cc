@@ -93,17 +93,15 @@ TEST(TagCheckPattern, TakesTheRecordsOfTheNodesTagsInOrder) {
 }
 
 TEST(OldStyleCheckPattern, ListedChecksAndTheFallbackToAllActiveOnes) {
-  EXPECT_EQ(
-      "Node/2[CheckGroup/3[Check/6#0(id~12:{0.1.7},active=1:true)[CheckAccumulation/2#0]]]",
-      Render(*oldStyleCheckPattern(Set({kA}), false)));
+  EXPECT_EQ("Node/2[CheckGroup/3[Check/6#0(id~12:{0.1.7},active=1:true)[CheckAccumulation/2#0]]]",
+            Render(*oldStyleCheckPattern(Set({kA}), false)));
   EXPECT_EQ("Node/6[CheckGroup/3[Check/6#0(active=1:true)[CheckAccumulation/2#0]]]",
             Render(*oldStyleCheckPattern(Set({kA}), true)));
 }
 
 TEST(TreePatterns, OldStyleTakesListedDomainsAndListedNodes) {
-  EXPECT_EQ(
-      "Domain/6[Domain/2(id~12:{0.1.7})[Domain/3[Node/2]] Domain/3[Node/2(id~12:{0.1.7})]]",
-      Render(*oldStyleTreePattern(Set({kA}))));
+  EXPECT_EQ("Domain/6[Domain/2(id~12:{0.1.7})[Domain/3[Node/2]] Domain/3[Node/2(id~12:{0.1.7})]]",
+            Render(*oldStyleTreePattern(Set({kA}))));
 }
 
 TEST(TreePatterns, SelectionsTagTheirNodesWithTheirIndex) {
@@ -124,7 +122,8 @@ tql::patch_t NodeClass(const tql::id_t& id, bool autoPromote, tql::object_set_t 
   p.class_ = schema::kNodeClass;
   p.id = id;
   p.set_property(tql::make_boolean_property(schema::kAutoPromote, autoPromote));
-  p.set_property(tql::make_property<tql::kind::kObjectSet>(schema::kInheritsFrom, std::move(parents)));
+  p.set_property(
+      tql::make_property<tql::kind::kObjectSet>(schema::kInheritsFrom, std::move(parents)));
   return p;
 }
 

@@ -15,8 +15,9 @@ using namespace testing_patches;
 using namespace testing_samples;
 
 tql::patch_t withAction(tql::patch_t c, uint32_t state, uint32_t action) {
-  c.set_property(tql::make_property<tql::kind::kEnum>(schema::kStateAction0 + static_cast<int32_t>(state),
-                                        tql::enum_value_t{schema::kStateActionEnum, action}));
+  c.set_property(
+      tql::make_property<tql::kind::kEnum>(schema::kStateAction0 + static_cast<int32_t>(state),
+                                           tql::enum_value_t{schema::kStateActionEnum, action}));
   return c;
 }
 

@@ -97,8 +97,8 @@ void writeExplanation(RowSink& rows, const tql::id_t& parentFolder, const tql::i
                       IssueStats& stats) {
   const tql::id_t explanation = rows.folder(parentFolder, 0, "Availability explanation", domainId);
   stats.explanationFolder = explanation;
-  rows.row(explanation, "", "This section describes how the availability fields should be understood",
-           {});
+  rows.row(explanation, "",
+           "This section describes how the availability fields should be understood", {});
   for (const Explained& e : kExplained) {
     const tql::id_t sub = rows.folder(explanation, 4, e.heading, {});
     rows.row(sub, "", e.text, {});

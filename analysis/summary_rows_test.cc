@@ -117,9 +117,10 @@ TEST(AvailabilityRows, NodeIsWeightedByTimeAndNamesItsWorstCheck) {
   Rows rows;
   writeAvailabilityRows(rows, availabilityReport(), tql::id_t{0, 20}, node,
                         "Worst check availability is ");
-  EXPECT_EQ((Lines{"row under 0.20 \"Availability\" = \"87.500 %\" origin 0.7",
-                   "row under 0.20 \"Worst check availability is disk\" = \"50.000 %\" origin 0.21"}),
-            rows.lines);
+  EXPECT_EQ(
+      (Lines{"row under 0.20 \"Availability\" = \"87.500 %\" origin 0.7",
+             "row under 0.20 \"Worst check availability is disk\" = \"50.000 %\" origin 0.21"}),
+      rows.lines);
 }
 
 TEST(AvailabilityRows, UnknownWithoutTimeAndNoWorstRowAtFull) {

@@ -35,8 +35,9 @@ inline tql::patch_t& withString(tql::patch_t& p, int32_t number, std::string v) 
 }
 
 inline tql::patch_t& withEnum(tql::patch_t& p, int32_t number, uint32_t value,
-                             uint32_t enumeration = schema::kStateActionEnum) {
-  p.set_property(tql::make_property<tql::kind::kEnum>(number, tql::enum_value_t{enumeration, value}));
+                              uint32_t enumeration = schema::kStateActionEnum) {
+  p.set_property(
+      tql::make_property<tql::kind::kEnum>(number, tql::enum_value_t{enumeration, value}));
   return p;
 }
 

@@ -48,7 +48,8 @@ double Args::to_double(const std::string& text) {
   char* end = nullptr;
   errno = 0;
   double v = std::strtod(text.c_str(), &end);
-  if (text.empty() || *end != 0 || errno == ERANGE) throw error::EParseError("not a number: " + text);
+  if (text.empty() || *end != 0 || errno == ERANGE)
+    throw error::EParseError("not a number: " + text);
   return v;
 }
 
@@ -56,7 +57,8 @@ int64_t Args::to_int(const std::string& text) {
   char* end = nullptr;
   errno = 0;
   long long v = std::strtoll(text.c_str(), &end, 0);
-  if (text.empty() || *end != 0 || errno == ERANGE) throw error::EParseError("not an integer: " + text);
+  if (text.empty() || *end != 0 || errno == ERANGE)
+    throw error::EParseError("not an integer: " + text);
   return v;
 }
 

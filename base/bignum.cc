@@ -17,7 +17,7 @@ uint32_t* new_block(size_t words) {
 
 void free_block(uint32_t* digits, size_t capacity) {
   std::fill(digits - 1, digits + capacity, 0u);
-  delete[] (digits - 1);
+  delete[](digits - 1);
 }
 
 }  // namespace
@@ -205,6 +205,7 @@ std::string BigNum::text() const {
   if (used_ == 0) return "0";
   BigNum copy = *this;
   std::string digits;
-  while (copy.used_ > 0) digits.insert(digits.begin(), static_cast<char>('0' + copy.divideSmall(10)));
+  while (copy.used_ > 0)
+    digits.insert(digits.begin(), static_cast<char>('0' + copy.divideSmall(10)));
   return digits;
 }

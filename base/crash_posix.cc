@@ -33,7 +33,8 @@ struct Text {
     char digits[24];
     int n = 0;
     bool negative = v < 0;
-    unsigned long u = negative ? 0ul - static_cast<unsigned long>(v) : static_cast<unsigned long>(v);
+    unsigned long u =
+        negative ? 0ul - static_cast<unsigned long>(v) : static_cast<unsigned long>(v);
     do {
       digits[n++] = static_cast<char>('0' + u % 10);
       u /= 10;
@@ -108,7 +109,9 @@ void on_crash(int signo) {
     int code = write_dump(fd, signo);
     close(fd);
     if (code == 0) {
-      text.add("An application error has been detected. Please report this error and submit the dump file in '");
+      text.add(
+          "An application error has been detected. Please report this error and submit the dump "
+          "file in '");
       text.add(g_dump_path);
       text.add("' along with your error report");
     } else {
@@ -162,7 +165,7 @@ void install_crash_handler(CrashNotify notify) {
   alt.ss_size = sizeof(g_alt_stack);
   sigaltstack(&alt, nullptr);
 
-  struct sigaction action{};
+  struct sigaction action {};
   action.sa_handler = on_crash;
   action.sa_flags = SA_ONSTACK | SA_RESETHAND;
   sigemptyset(&action.sa_mask);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/wait.h>
-
 #include <unistd.h>
 
 #include <array>
@@ -70,8 +69,10 @@ TEST_P(CrashProbe, LeavesDumpAndTellsWhere) {
   std::string dump = dump_path_for(probe.program());
   Outcome o = run_probe(probe.program(), GetParam());
   EXPECT_TRUE(WIFEXITED(o.status) == false || WEXITSTATUS(o.status) != 0);
-  std::string expected = "An application error has been detected. Please report this error and "
-                         "submit the dump file in '" + dump + "' along with your error report";
+  std::string expected =
+      "An application error has been detected. Please report this error and "
+      "submit the dump file in '" +
+      dump + "' along with your error report";
   EXPECT_NE(std::string::npos, o.err.find(expected)) << o.err;
   std::string body = slurp(dump);
   EXPECT_EQ(0u, body.find("signal 11 (SEGV)")) << body.substr(0, 200);

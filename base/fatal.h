@@ -8,7 +8,7 @@
 [[noreturn]] void assertion_failed(const std::string& text);
 
 // Checks `cond`; the text expression is evaluated only when it fails.
-#define TAVREL_ASSERT(cond, text)         \
-  do {                                    \
-    if (!(cond)) assertion_failed(text);  \
+#define TAVREL_ASSERT(cond, text)        \
+  do {                                   \
+    if (!(cond)) assertion_failed(text); \
   } while (0)

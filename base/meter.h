@@ -58,8 +58,7 @@ class Object {
   // null. A path that ends at a group, goes on past a metric, or is empty
   // names nothing. `instance` is for tables, of which this process has
   // none; it is passed on unchanged.
-  virtual Object* find(Path& instance, Path::const_iterator current,
-                       Path::const_iterator end) = 0;
+  virtual Object* find(Path& instance, Path::const_iterator current, Path::const_iterator end) = 0;
 
   Group* parent() const { return parent_; }
   const std::string& name() const { return name_; }

@@ -43,7 +43,7 @@ TEST(MeterRegistry, PendingUntilOpenedThenLive) {
   {
     Group gone(nullptr, "gone");
     IntegerCounter orphan(&gone, "orphan", "", "");
-  }  // Both leave the pending lists again.
+  }                          // Both leave the pending lists again.
   static_first.increment();  // Counting goes on while closed.
 
   open_registry();
@@ -67,9 +67,9 @@ TEST(MeterRegistry, PendingUntilOpenedThenLive) {
 TEST(MeterRegistry, PathLookup) {
   open_registry();
   EXPECT_EQ(&static_top, lookup({"top"}));
-  EXPECT_EQ(nullptr, lookup({}));                         // empty path
-  EXPECT_EQ(nullptr, lookup({"static"}));                 // names a group
-  EXPECT_EQ(nullptr, lookup({"static", "first", "x"}));   // goes on past a metric
+  EXPECT_EQ(nullptr, lookup({}));                        // empty path
+  EXPECT_EQ(nullptr, lookup({"static"}));                // names a group
+  EXPECT_EQ(nullptr, lookup({"static", "first", "x"}));  // goes on past a metric
   EXPECT_EQ(nullptr, lookup({"static", "nothing"}));
   EXPECT_EQ(nullptr, lookup({"nothing", "first"}));
 }

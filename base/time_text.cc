@@ -22,8 +22,9 @@ std::string date2str(int64_t t, zone_t zone) {
 
 std::string clock2str(int64_t seconds) {
   char buffer[64];
-  std::snprintf(buffer, sizeof buffer, "%02lld:%02lld:%02lld", static_cast<long long>(seconds / 3600),
-                static_cast<long long>(seconds / 60 % 60), static_cast<long long>(seconds % 60));
+  std::snprintf(buffer, sizeof buffer, "%02lld:%02lld:%02lld",
+                static_cast<long long>(seconds / 3600), static_cast<long long>(seconds / 60 % 60),
+                static_cast<long long>(seconds % 60));
   return buffer;
 }
 

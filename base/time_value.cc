@@ -50,8 +50,8 @@ TimeValue TimeValue::operator+(const TimeValue& b) const {
 
 TimeValue TimeValue::operator-(const TimeValue& b) const {
   TimeValue d;
-  d.seconds = static_cast<int32_t>(static_cast<uint32_t>(seconds) -
-                                   static_cast<uint32_t>(b.seconds));
+  d.seconds =
+      static_cast<int32_t>(static_cast<uint32_t>(seconds) - static_cast<uint32_t>(b.seconds));
   int64_t us = int64_t{microseconds} - b.microseconds;
   if (us < 0) {
     d.seconds = wrap_add(d.seconds, -1);

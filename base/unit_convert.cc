@@ -39,9 +39,7 @@ double temperature(uint8_t from, uint8_t to, double v) {
     throw error::EParseError("Unknown out temperature type: " + std::to_string(to));
   }
   if (from == to) return v;
-  const double celsius = from == kCelsius      ? v
-                         : from == kFahrenheit ? (v - 32) / 1.8
-                                               : v - 273.15;
+  const double celsius = from == kCelsius ? v : from == kFahrenheit ? (v - 32) / 1.8 : v - 273.15;
   if (to == kCelsius) return from == kKelvin ? v - 273.15 : celsius;
   if (to == kKelvin) return celsius + 273.15;
   return from == kKelvin ? (v - 273.15) * 1.8 + 32 : v * 1.8 + 32;
@@ -60,7 +58,8 @@ double applyConversion(const UnitEntry& e, double value, bool forwards) {
 // The first stage of a conversion, for one side: notes the target's prefix
 // and puts a pending conversion in front of the first source type that converts to
 // each target type. False when the target holds two prefixes.
-bool matchTypes(const Side& target, Side& source, bool autoScale, std::optional<uint8_t>& toPrefix) {
+bool matchTypes(const Side& target, Side& source, bool autoScale,
+                std::optional<uint8_t>& toPrefix) {
   for (const UnitEntry& t : target) {
     if (t.tag() == UnitEntry::kPrefix) {
       if (toPrefix) return false;

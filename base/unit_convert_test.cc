@@ -96,9 +96,9 @@ TEST(Convert, TypeConversions) {
 
 TEST(Convert, BinaryUnitsWithOddPrefixes) {
   expectConversions({
-      {"hB", 5, "B", false, "5 B"},       // out of h: the third of 2 is 0
-      {"B", 5, "hB", false, "500 HiB"},   // into h: two factors of 10
-      {"B", 5, "mB", false, "5 MiB"},     // milli on a binary unit: no scaling
+      {"hB", 5, "B", false, "5 B"},      // out of h: the third of 2 is 0
+      {"B", 5, "hB", false, "500 HiB"},  // into h: two factors of 10
+      {"B", 5, "mB", false, "5 MiB"},    // milli on a binary unit: no scaling
       {"mB", 5, "B", false, "5 B"},
       {"GB", 1, "kB", false, "1048576 KiB"},
   });

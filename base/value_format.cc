@@ -81,7 +81,8 @@ std::string valueText(const Unit& from, double value, const Unit& to) {
     const int64_t t = value >= 9.2e18 ? INT64_MAX : static_cast<int64_t>(value);
     return durationText(t, from.compact);
   }
-  const auto [v, unit] = convert(from, value, withoutNumeratorPrefixes(to), scalesAutomatically(to));
+  const auto [v, unit] =
+      convert(from, value, withoutNumeratorPrefixes(to), scalesAutomatically(to));
   if (!std::isfinite(v)) return nonFiniteText(v);
   const std::string label = displayLabel(unit);
   char buffer[128];

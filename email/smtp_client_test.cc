@@ -21,7 +21,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-
 using SmtpServerTest = SmtpTest;
 
 TEST_F(SmtpServerTest, HostAndPort) {

@@ -20,7 +20,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-
 const std::string kText =
     "Availability 99.5 %\n"
     ".a line that starts with a dot\n"

@@ -28,7 +28,8 @@ void DatabaseService::handle(const queues::event& request, queues::childqueue& q
   if (request.exception || gone_) return;
   if (db_.vanish_after() && served_ >= *db_.vanish_after()) {
     gone_ = true;
-    if (log_) write_log_line(*log_, "database: gone after " + std::to_string(served_) + " requests");
+    if (log_)
+      write_log_line(*log_, "database: gone after " + std::to_string(served_) + " requests");
     return;
   }
   ++served_;
@@ -73,7 +74,8 @@ void DatabaseService::dispatch(const queues::event& request, queues::childqueue&
     registry_.acknowledge(request.dest, *ack);
   } else if (auto* forget = as<Tql_Forget_Event>(request)) {
     dbms::Return_Tql_Forget_Data forgotten = registry_.forget(request.dest, *forget);
-    note("forget", request, "request " + std::to_string(forget->req_id_to_forget), forgotten.status);
+    note("forget", request, "request " + std::to_string(forget->req_id_to_forget),
+         forgotten.status);
     reply<Return_Tql_Forget_Event>(queue, request, std::move(forgotten));
   } else {
     log("Database: ignored " + event_name(request.type_index) + " from " +
@@ -98,8 +100,8 @@ void DatabaseService::subscribe(const queues::event& request, const dbms::Tql_Se
   reply<queues::Return_Tql_Select_Event>(queue, request, std::move(first));
 }
 
-void DatabaseService::note(const char* what, const queues::event& request, const std::string& object,
-                           int32_t status) {
+void DatabaseService::note(const char* what, const queues::event& request,
+                           const std::string& object, int32_t status) {
   if (log_ == nullptr) return;
   write_log_line(*log_, std::string(what) + ": " + queues::queue_name(request.dest) + " " + object +
                             " status " + std::to_string(status));
@@ -108,7 +110,8 @@ void DatabaseService::note(const char* what, const queues::event& request, const
 void DatabaseService::send_due(queues::childqueue& queue, double now) {
   if (gone_) return;
   for (DueReply& due : registry_.due(db_, now)) {
-    queue.send(queues::Return_Tql_Select_Event(due.key.first, due.key.second, std::move(due.reply)));
+    queue.send(
+        queues::Return_Tql_Select_Event(due.key.first, due.key.second, std::move(due.reply)));
   }
 }
 

@@ -8,8 +8,8 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <ostream>
+#include <string>
 
 #include "host/progress_watch.h"
 #include "host/store_database.h"

@@ -22,19 +22,19 @@
 namespace host {
 
 struct HostOptions {
-  std::string world;                  // World file to load.
-  std::string reporter;               // The reporter program.
+  std::string world;                       // World file to load.
+  std::string reporter;                    // The reporter program.
   std::vector<std::string> reporter_args;  // Its arguments; the report process takes none.
-  std::optional<double> until_idle;   // Seconds without events before the stop.
-  std::optional<double> stop_after;   // Seconds after the start before the stop, busy or not.
-  std::string dump;                   // Where to write the database at the end; empty: nowhere.
-  std::string log;                    // The parent's log file; empty: standard error.
-  double eval_scale = 1.0;            // Scale of the subscriptions' least reply interval.
-  bool progress = false;              // Progress lines of generations on standard output.
-  std::vector<std::string> metrics;   // Metric paths ("queues/noblockings") to ask for.
-  bool exit_twice = false;            // The stop sends SYS_EXIT twice.
-  uint64_t pool_size = 64u << 20;     // Bytes of the shared pool.
-  uint64_t area_size = 4u << 20;      // Bytes of each sibling's write area.
+  std::optional<double> until_idle;        // Seconds without events before the stop.
+  std::optional<double> stop_after;        // Seconds after the start before the stop, busy or not.
+  std::string dump;                  // Where to write the database at the end; empty: nowhere.
+  std::string log;                   // The parent's log file; empty: standard error.
+  double eval_scale = 1.0;           // Scale of the subscriptions' least reply interval.
+  bool progress = false;             // Progress lines of generations on standard output.
+  std::vector<std::string> metrics;  // Metric paths ("queues/noblockings") to ask for.
+  bool exit_twice = false;           // The stop sends SYS_EXIT twice.
+  uint64_t pool_size = 64u << 20;    // Bytes of the shared pool.
+  uint64_t area_size = 4u << 20;     // Bytes of each sibling's write area.
 };
 
 // Runs the host; returns the reporter's exit code (0 when it exited 0), or

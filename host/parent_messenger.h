@@ -24,8 +24,8 @@ class ParentMessenger : public io::SiblingMessenger {
   // A pool of `pool_size` bytes whose write areas are `area_size` bytes each
   // (both multiples of 8), with FIFOs at `fifoprefix` + "." + id. Raises
   // error::ESystemError when the system refuses the pool or the FIFO.
-  static std::unique_ptr<ParentMessenger> create(const std::string& fifoprefix,
-                                                 uint64_t pool_size, uint64_t area_size);
+  static std::unique_ptr<ParentMessenger> create(const std::string& fifoprefix, uint64_t pool_size,
+                                                 uint64_t area_size);
   // Closes the pool and removes every FIFO that a sibling left behind.
   ~ParentMessenger() override;
 
@@ -69,8 +69,8 @@ class ParentMessenger : public io::SiblingMessenger {
   std::map<int, Area> areas_;  // Sibling -> its write area.
   std::set<int> running_;
   std::set<int> finished_;
-  std::set<int> known_;                     // Every id whose FIFO may exist.
-  std::set<int> starting_;                  // Started on RequestPeer, not yet up.
+  std::set<int> known_;                    // Every id whose FIFO may exist.
+  std::set<int> starting_;                 // Started on RequestPeer, not yet up.
   std::map<int, std::set<int>> shutting_;  // Sibling -> peers yet to acknowledge.
   std::function<bool(int)> starter_;
 };

@@ -12,8 +12,8 @@
 #include <map>
 
 #include "host/child_process.h"
-#include "host/temp_dir.h"
 #include "host/frames.h"
+#include "host/temp_dir.h"
 #include "io/errors.h"
 #include "io/selector.h"
 #include "io/timer.h"
@@ -45,9 +45,9 @@ class MessengerTest : public testing::Test {
   }
 
   void start_child() {
-    child_ = std::make_unique<ChildProcess>(std::vector<std::string>{MESSENGER_CHILD},
-                                            parent_->child_environment(),
-                                            parent_->pool_descriptor());
+    child_ =
+        std::make_unique<ChildProcess>(std::vector<std::string>{MESSENGER_CHILD},
+                                       parent_->child_environment(), parent_->pool_descriptor());
     ASSERT_TRUE(serve_until([&] { return parent_->running(kChild); }));
   }
 

@@ -80,7 +80,8 @@ void ParentService::metric_answer(const queues::event& e) {
             " max=" + std::to_string(t.max) + " sum=" + std::to_string(t.sum) +
             " sum_squares=" + std::to_string(t.sum_squares);
   }
-  write_log_line(log_, "metric " + asked->second.first + " (" + asked->second.second + "): " + value);
+  write_log_line(log_,
+                 "metric " + asked->second.first + " (" + asked->second.second + "): " + value);
   asked_.erase(asked);
 }
 

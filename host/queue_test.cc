@@ -8,8 +8,8 @@
 #include <functional>
 
 #include "host/child_process.h"
-#include "host/temp_dir.h"
 #include "host/parent_messenger.h"
+#include "host/temp_dir.h"
 #include "io/errors.h"
 #include "io/selector.h"
 #include "io/timer.h"
@@ -29,14 +29,14 @@ class QueueTest : public testing::Test {
     parent_ = ParentMessenger::create(dir_ + "/tavrelsmem", 256 * 1024, 16 * 1024);
     dbms_ = std::make_unique<io::SiblingMessenger>(queues::dbms, parent_->configuration());
     EXPECT_TRUE(serve_until([&] { return dbms_->write_ready(); }));
-    child_ = std::make_unique<ChildProcess>(std::vector<std::string>{QUEUE_CHILD},
-                                            parent_->child_environment(),
-                                            parent_->pool_descriptor());
+    child_ =
+        std::make_unique<ChildProcess>(std::vector<std::string>{QUEUE_CHILD},
+                                       parent_->child_environment(), parent_->pool_descriptor());
     EXPECT_TRUE(serve_until([&] { return parent_->running(12); }));
     to_parent_ = std::make_unique<protocol::ioprim>(parent_->sibling(12).input(),
                                                     parent_->sibling(12).output());
-    to_dbms_ = std::make_unique<protocol::ioprim>(dbms_->sibling(12).input(),
-                                                  dbms_->sibling(12).output());
+    to_dbms_ =
+        std::make_unique<protocol::ioprim>(dbms_->sibling(12).input(), dbms_->sibling(12).output());
   }
 
   ~QueueTest() override {

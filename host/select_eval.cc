@@ -106,8 +106,7 @@ void Evaluator::add_subtree(Match& m) {
   }
 }
 
-std::unique_ptr<Match> Evaluator::evaluate(const StoredObject& object,
-                                           const tql::pattern_t& step) {
+std::unique_ptr<Match> Evaluator::evaluate(const StoredObject& object, const tql::pattern_t& step) {
   auto m = std::make_unique<Match>();
   m->object = &object;
   m->flags = step.flags;

@@ -85,9 +85,8 @@ TEST_F(ReportWorldTest, MailingSubscriptionReturnsTheWholeWalk) {
 }
 
 TEST_F(ReportWorldTest, DefinitionIsThePathToTheReportWithTextsAndWholePlan) {
-  EXPECT_EQ(
-      "root(d1(t1,d2(r1(sel1(cs1),plan1(week(monday(ev1)),date1(ev2)),issue1))))",
-      w.select({"root"}, definition("r1")));
+  EXPECT_EQ("root(d1(t1,d2(r1(sel1(cs1),plan1(week(monday(ev1)),date1(ev2)),issue1))))",
+            w.select({"root"}, definition("r1")));
   EXPECT_EQ("root(d4(r2))", w.select({"root"}, definition("r2")));
 }
 
@@ -276,16 +275,16 @@ TEST_F(NodeWorldTest, OldStyleCheckSelectorIsEmptyWhenNoListedCheckIsActive) {
 }
 
 TEST_F(NodeWorldTest, TagSelectorReadsPathsAsCheckOrAccumulation) {
-  EXPECT_EQ("nx(g1(c1#0,g2(c3#0)))", w.select({"nx"}, tag_selector({{"g1", "c1"},
-                                                                     {"g1", "g2", "c3"}})));
+  EXPECT_EQ("nx(g1(c1#0,g2(c3#0)))",
+            w.select({"nx"}, tag_selector({{"g1", "c1"}, {"g1", "g2", "c3"}})));
   EXPECT_EQ("nx(g1(c1(acc1#0)))", w.select({"nx"}, tag_selector({{"g1", "c1", "acc1"}})));
   EXPECT_EQ("nx(g1(c1#0(acc1#0)))",
             w.select({"nx"}, tag_selector({{"g1", "c1"}, {"g1", "c1", "acc1"}})));
 }
 
 TEST_F(NodeWorldTest, TagSelectorSkipsMissingAndInactiveChecks) {
-  EXPECT_EQ("(none)", w.select({"nx"}, tag_selector({{"g1", "c2"}, {"g3", "cX"},
-                                                       {"g1", "c1", "accX"}})));
+  EXPECT_EQ("(none)",
+            w.select({"nx"}, tag_selector({{"g1", "c2"}, {"g3", "cX"}, {"g1", "c1", "accX"}})));
   pattern_t all = step(schema::kNode, 6, {checks_of_groups(nullptr)});
   EXPECT_EQ("nx(g1(c1#0(acc1#0),g2(c3#0)),g3(c4#0))", w.select({"nx"}, all));
 }
@@ -313,10 +312,10 @@ TEST_F(NodeWorldTest, AlertGroupLookupsGiveThePathToTheObject) {
               {schema::kAlertGroupProperty});
   EXPECT_EQ("root(top(sub(nx(g1(g2(c3))))))", w.select({"root"}, inherit));
   EXPECT_EQ("root(top(sub(nb)))", w.select({"root"}, [&] {
-              pattern_t p = inherit;
-              p.next[0].where.front().prop = object_prop(0, w.id("nb"));
-              return p;
-            }()));
+    pattern_t p = inherit;
+    p.next[0].where.front().prop = object_prop(0, w.id("nb"));
+    return p;
+  }()));
 }
 
 TEST_F(NodeWorldTest, AlertPathLookupStartsAtTheGivenDomainItself) {

@@ -43,7 +43,8 @@ dbms::Return_Tql_Create_Data Database::create(const dbms::Tql_Create_Data& reque
   if (failing_creates_.count(request.class_) != 0) {
     dbms::Return_Tql_Create_Data reply;
     reply.status = kInjectedFailure;
-    reply.details = detail("Injected failure: creates of " + tql::class_name(request.class_) + " fail");
+    reply.details =
+        detail("Injected failure: creates of " + tql::class_name(request.class_) + " fail");
     return reply;
   }
   ChangeResult r = objects_.create(request.parent_id, request.class_,
@@ -61,7 +62,8 @@ dbms::Return_Tql_Update_Data Database::update(const dbms::Tql_Update_Data& reque
   if (target != nullptr && failing_updates_.count(target->class_) != 0) {
     dbms::Return_Tql_Update_Data reply;
     reply.status = kInjectedFailure;
-    reply.details = detail("Injected failure: updates of " + tql::class_name(target->class_) + " fail");
+    reply.details =
+        detail("Injected failure: updates of " + tql::class_name(target->class_) + " fail");
     return reply;
   }
   ChangeResult r =
@@ -80,8 +82,7 @@ dbms::Return_Tql_Delete_Data Database::remove(const dbms::Tql_Delete_Data& reque
   return {r.status, detail(r.detail)};
 }
 
-dbms::Return_TSDB_Get_Data_Data Database::get_data(
-    const dbms::TSDB_Get_Data_Data& request) const {
+dbms::Return_TSDB_Get_Data_Data Database::get_data(const dbms::TSDB_Get_Data_Data& request) const {
   dbms::Return_TSDB_Get_Data_Data reply;
   if (objects_.find(request.id) == nullptr) {
     dbms::Status_Reply_Data missing = not_found(request.id);

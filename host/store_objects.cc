@@ -118,8 +118,8 @@ ChangeResult ObjectStore::update(const tql::id_t& id, const tql::version_t& vers
   if (it == objects_.end()) return failure(kStatusNotFound, "Object " + id.text() + " not found");
   StoredObject& object = it->second;
   if (object.version != version) {
-    return failure(kStatusVersion, "Object " + id.text() + " has version " +
-                                       object.version.text() + ", not " + version.text());
+    return failure(kStatusVersion, "Object " + id.text() + " has version " + object.version.text() +
+                                       ", not " + version.text());
   }
   std::map<int32_t, tql::property_ptr> changed = by_number(std::move(properties));
   if (object.has_parent) {

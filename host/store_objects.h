@@ -22,9 +22,9 @@ struct StoredObject {
   int32_t class_ = 0;
   tql::id_t id;
   tql::version_t version;
-  tql::id_t parent;        // Meaningless when has_parent is false.
-  bool has_parent = false;  // False for the root domain and ClusterInfo.
-  int depth = 0;            // Levels below the root domain.
+  tql::id_t parent;                                 // Meaningless when has_parent is false.
+  bool has_parent = false;                          // False for the root domain and ClusterInfo.
+  int depth = 0;                                    // Levels below the root domain.
   std::map<int32_t, tql::property_ptr> properties;  // By property number; never null.
   std::vector<tql::id_t> children;                  // In creation order.
 };
@@ -66,8 +66,7 @@ class ObjectStore {
   // equals a sibling's.
   // `properties` must hold no null pointers (the caller checks requests).
   ChangeResult create(const tql::id_t& parent, int32_t class_,
-                      std::vector<tql::property_ptr> properties,
-                      const tql::id_t& wanted_id = {});
+                      std::vector<tql::property_ptr> properties, const tql::id_t& wanted_id = {});
   // Sets the given properties (adding or replacing) when `version` is the
   // stored one. Statuses: 1 missing, 3 other version, 4 ReportInstance
   // `order` clash.
@@ -89,8 +88,7 @@ class ObjectStore {
   tql::id_t next_free_id();
   // Status 4 when a ReportInstance sibling of `self` under `parent` has the
   // same `order` as `properties` gives; 0 otherwise.
-  ChangeResult check_order_unique(const StoredObject& parent, const tql::id_t& self,
-                                  int32_t class_,
+  ChangeResult check_order_unique(const StoredObject& parent, const tql::id_t& self, int32_t class_,
                                   const std::map<int32_t, tql::property_ptr>& properties) const;
   void erase_subtree(const tql::id_t& id, std::vector<tql::id_t>& removed);
 

@@ -86,10 +86,9 @@ void SeriesStore::append(const tql::id_t& owner, int32_t index_property, int32_t
   Series& s = series_[{owner, index_property}];
   s.data_type = data_type;
   const int64_t t = record_time(*record);
-  auto pos = std::upper_bound(s.records.begin(), s.records.end(), t,
-                              [](int64_t v, const tsdb::interval_ptr& r) {
-                                return v < record_time(*r);
-                              });
+  auto pos =
+      std::upper_bound(s.records.begin(), s.records.end(), t,
+                       [](int64_t v, const tsdb::interval_ptr& r) { return v < record_time(*r); });
   s.records.insert(pos, std::move(record));
 }
 

@@ -23,7 +23,9 @@ struct Series {
 // The time a record covers: [start, end], or [itime, itime] for an incident.
 std::pair<int64_t, int64_t> record_span(const tsdb::data_interval_t& record);
 // The time by which a record is ordered: `start`, or `itime`.
-inline int64_t record_time(const tsdb::data_interval_t& record) { return record_span(record).first; }
+inline int64_t record_time(const tsdb::data_interval_t& record) {
+  return record_span(record).first;
+}
 // The class number (1 incident, 2 continuous, 3 enum) that a data type's
 // records have; 0 for an unknown data type.
 int32_t record_class_of(int32_t data_type);

@@ -10,8 +10,8 @@
 namespace host {
 namespace {
 
-tsdb::interval_ptr cont(int64_t start, int64_t end, float min, float avg, float max,
-                        uint32_t good, uint32_t bad = 0) {
+tsdb::interval_ptr cont(int64_t start, int64_t end, float min, float avg, float max, uint32_t good,
+                        uint32_t bad = 0) {
   return std::make_unique<tsdb::data_interval_continuous_t>(
       tsdb::continuous_fields{start, end, min, avg, max, good, bad});
 }

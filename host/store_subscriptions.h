@@ -67,7 +67,7 @@ class SubscriptionRegistry {
  private:
   struct Subscription {
     dbms::Tql_Select_Data request;
-    bool needs_ack = false;    // Made with bit 4 of `flags`.
+    bool needs_ack = false;  // Made with bit 4 of `flags`.
     bool awaiting_ack = false;
     dbms::Return_Tql_Select_Data last_sent;
     double last_sent_time = 0;

@@ -74,7 +74,9 @@ std::vector<tql::property_ptr> props(tql::property_ptr p) {
 tql::property_ptr string_prop(int32_t number, const std::string& v) {
   return tql::make_property<tql::kind::kString>(number, v);
 }
-tql::property_ptr bool_prop(int32_t number, bool v) { return tql::make_property<tql::kind::kBoolean>(number, v); }
+tql::property_ptr bool_prop(int32_t number, bool v) {
+  return tql::make_property<tql::kind::kBoolean>(number, v);
+}
 tql::property_ptr uint_prop(int32_t number, uint32_t v) {
   return tql::make_property<tql::kind::kUint>(number, v);
 }

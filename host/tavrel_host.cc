@@ -15,12 +15,12 @@
 #include <string>
 #include <vector>
 
+#include "base/args.h"
 #include "base/crash.h"
 #include "base/error.h"
 #include "host/host_runner.h"
 #include "host/store_database.h"
 #include "host/world_load.h"
-#include "base/args.h"
 
 static CrashHandlerAtStart install_crash_handler_early;
 

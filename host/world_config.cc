@@ -26,7 +26,9 @@ class FieldReader {
   bool found() const { return found_; }
 
  private:
-  [[noreturn]] void fail(const char* what) const { throw EWorldError(path_, std::string("expected ") + what); }
+  [[noreturn]] void fail(const char* what) const {
+    throw EWorldError(path_, std::string("expected ") + what);
+  }
   void read(std::string& f) {
     if (!value_.is_string()) fail("a string");
     f = value_.get<std::string>();
@@ -72,7 +74,9 @@ struct FieldWriter {
     out[name] = write(field);
   }
   template <class F>
-  static Json write(const F& f) { return f; }
+  static Json write(const F& f) {
+    return f;
+  }
   static Json write(const TimeValue& t) { return t.seconds + t.microseconds / 1e6; }
 };
 

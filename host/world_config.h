@@ -5,9 +5,8 @@
 // six decimals. A field left out keeps its value.
 #pragma once
 
-#include <string>
-
 #include <nlohmann/json.hpp>
+#include <string>
 
 #include "dbms/control_records.h"
 

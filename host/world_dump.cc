@@ -14,7 +14,8 @@ using Json = nlohmann::json;
 
 Json props_json(const StoredObject& object) {
   Json props = Json::object();
-  for (const auto& [number, p] : object.properties) props[property_key(number)] = property_to_json(*p);
+  for (const auto& [number, p] : object.properties)
+    props[property_key(number)] = property_to_json(*p);
   return props;
 }
 
@@ -23,7 +24,8 @@ Json object_json(const ObjectStore& store, const StoredObject& object) {
   if (!object.properties.empty()) out["props"] = props_json(object);
   if (object.children.empty()) return out;
   Json children = Json::array();
-  for (const tql::id_t& id : object.children) children.push_back(object_json(store, *store.find(id)));
+  for (const tql::id_t& id : object.children)
+    children.push_back(object_json(store, *store.find(id)));
   out["children"] = std::move(children);
   return out;
 }
@@ -57,8 +59,10 @@ Json dump_world(const Database& db, const control::Server_Configuration_Fields& 
   if (db.subscription_fault() != 0) {
     world["faults"]["subscription_status"] = db.subscription_fault();
   }
-  if (!db.failing_creates().empty()) world["faults"]["fail_create"] = class_names(db.failing_creates());
-  if (!db.failing_updates().empty()) world["faults"]["fail_update"] = class_names(db.failing_updates());
+  if (!db.failing_creates().empty())
+    world["faults"]["fail_create"] = class_names(db.failing_creates());
+  if (!db.failing_updates().empty())
+    world["faults"]["fail_update"] = class_names(db.failing_updates());
   if (db.vanish_after()) world["faults"]["vanish_after"] = *db.vanish_after();
   return world;
 }

@@ -146,7 +146,8 @@ void WorldLoader::load(const Json& world, control::Server_Configuration_Fields& 
 }
 
 void WorldLoader::load_faults(const Json& faults) {
-  check_members(faults, "faults", {"subscription_status", "fail_create", "fail_update", "vanish_after"},
+  check_members(faults, "faults",
+                {"subscription_status", "fail_create", "fail_update", "vanish_after"},
                 "an object with subscription_status, fail_create, fail_update and vanish_after");
   if (faults.contains("vanish_after")) {
     const Json& count = faults["vanish_after"];
@@ -216,8 +217,8 @@ void WorldLoader::load_object(const Json& object, const std::string& path,
                               const tql::id_t& parent) {
   check_members(object, path, {"class", "id", "props", "children"}, "an object");
   const int32_t class_ = class_number(string_member(object, path, "class"), path + ".class");
-  tql::id_t id = object.contains("id") ? parse_id(string_member(object, path, "id"), path + ".id")
-                                       : next_id();
+  tql::id_t id =
+      object.contains("id") ? parse_id(string_member(object, path, "id"), path + ".id") : next_id();
   if (id.empty() || id == tql::kRootId) throw EWorldError(path + ".id", "id taken by the system");
   ChangeResult r = db_.objects().create(parent, class_, {}, id);
   if (r.status != 0) throw EWorldError(path, r.detail);
@@ -264,24 +265,25 @@ void WorldLoader::load_series(const Json& series, const std::string& path) {
   check_members(series, path, {"owner", "property", "data_type", "records"},
                 "a series: an object with owner, property, data_type and records");
   const tql::id_t owner = resolve(string_member(series, path, "owner"), path + ".owner");
-  const int32_t index = property_number(string_member(series, path, "property"), path + ".property");
+  const int32_t index =
+      property_number(string_member(series, path, "property"), path + ".property");
   const Json& type = required(series, path, "data_type");
-  const bool small = type.is_number_integer() && type.get<int64_t>() >= 0 && type.get<int64_t>() < 100;
+  const bool small =
+      type.is_number_integer() && type.get<int64_t>() >= 0 && type.get<int64_t>() < 100;
   const int32_t data_type = small ? static_cast<int32_t>(type.get<int64_t>()) : 0;
   const int32_t record_class = record_class_of(data_type);
   if (record_class == 0) throw EWorldError(path + ".data_type", "expected a data type, 2 to 6");
   if (db_.series().find(owner, index) != nullptr) {
-    throw EWorldError(path, "a second series for owner " + owner.text() + " and property " +
-                                property_key(index));
+    throw EWorldError(
+        path, "a second series for owner " + owner.text() + " and property " + property_key(index));
   }
   const Json& records = required(series, path, "records");
   if (!records.is_array()) throw EWorldError(path + ".records", "expected an array");
   std::vector<tsdb::interval_ptr> out;
   out.reserve(records.size());
   for (size_t i = 0; i < records.size(); ++i) {
-    out.push_back(record_from_json(record_class, records[i], [&] {
-      return path + ".records[" + std::to_string(i) + "]";
-    }));
+    out.push_back(record_from_json(record_class, records[i],
+                                   [&] { return path + ".records[" + std::to_string(i) + "]"; }));
   }
   db_.series().put(owner, index, data_type, std::move(out));
 }

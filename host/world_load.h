@@ -2,9 +2,8 @@
 // object tree from the root domain, the ClusterInfo object and the series.
 #pragma once
 
-#include <string>
-
 #include <nlohmann/json.hpp>
+#include <string>
 
 #include "dbms/control_records.h"
 #include "host/store_database.h"

@@ -54,7 +54,8 @@ class ElementReader {
 };
 
 constexpr size_t kSizes[] = {0, 3, 7, 5};
-constexpr const char* kForms[] = {"", "[sev, msg, itime]", "[start, end, min, avg, max, ngood, nbad]",
+constexpr const char* kForms[] = {"", "[sev, msg, itime]",
+                                  "[start, end, min, avg, max, ngood, nbad]",
                                   "[mask, ngood, nbad, start, end]"};
 
 }  // namespace

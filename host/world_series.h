@@ -8,9 +8,8 @@
 
 #include <cstdint>
 #include <functional>
-#include <string>
-
 #include <nlohmann/json.hpp>
+#include <string>
 
 #include "tsdb/interval.h"
 

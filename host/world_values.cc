@@ -25,7 +25,8 @@ T integer(const Json& v, const Ctx& c, const char* what) {
   if (!v.is_number_integer()) fail(c, std::string("expected ") + what);
   if (v.is_number_unsigned()) {
     const auto u = v.get<uint64_t>();
-    if (u > static_cast<uint64_t>(std::numeric_limits<T>::max())) fail(c, std::string("expected ") + what);
+    if (u > static_cast<uint64_t>(std::numeric_limits<T>::max()))
+      fail(c, std::string("expected ") + what);
     return static_cast<T>(u);
   }
   const auto s = v.get<int64_t>();
@@ -72,9 +73,15 @@ std::string to_hex(const std::string& bytes) {
 
 // Readers by value type.
 void read(const Json& v, const Ctx& c, std::string& out) { out = string_of(v, c); }
-void read(const Json& v, const Ctx& c, int32_t& out) { out = integer<int32_t>(v, c, "a 32-bit integer"); }
-void read(const Json& v, const Ctx& c, uint32_t& out) { out = integer<uint32_t>(v, c, "an unsigned 32-bit integer"); }
-void read(const Json& v, const Ctx& c, int64_t& out) { out = integer<int64_t>(v, c, "a 64-bit integer"); }
+void read(const Json& v, const Ctx& c, int32_t& out) {
+  out = integer<int32_t>(v, c, "a 32-bit integer");
+}
+void read(const Json& v, const Ctx& c, uint32_t& out) {
+  out = integer<uint32_t>(v, c, "an unsigned 32-bit integer");
+}
+void read(const Json& v, const Ctx& c, int64_t& out) {
+  out = integer<int64_t>(v, c, "a 64-bit integer");
+}
 void read(const Json& v, const Ctx& c, bool& out) {
   if (!v.is_boolean()) fail(c, "expected true or false");
   out = v.get<bool>();
@@ -86,13 +93,15 @@ void read(const Json& v, const Ctx& c, std::list<std::string>& out) {
   for (const Json& e : array_of(v, c)) out.push_back(string_of(e, c));
 }
 void read(const Json& v, const Ctx& c, std::vector<uint32_t>& out) {
-  for (const Json& e : array_of(v, c)) out.push_back(integer<uint32_t>(e, c, "unsigned 32-bit integers"));
+  for (const Json& e : array_of(v, c))
+    out.push_back(integer<uint32_t>(e, c, "unsigned 32-bit integers"));
 }
 void read(const Json& v, const Ctx& c, tql::object_ref_t& out) {
   out.id = c.resolve(string_of(v, c), c.path);
 }
 void read(const Json& v, const Ctx& c, tql::object_set_t& out) {
-  for (const Json& e : array_of(v, c)) out.emplace(c.resolve(string_of(e, c), c.path), tql::origin_t{});
+  for (const Json& e : array_of(v, c))
+    out.emplace(c.resolve(string_of(e, c), c.path), tql::origin_t{});
 }
 void read(const Json& v, const Ctx& c, tql::version_t& out) {
   array_of(v, c, 2);
@@ -111,7 +120,9 @@ void read(const Json& v, const Ctx& c, BigNum& out) {
 
 // Writers by value type.
 template <class T>
-Json write(const T& v) { return v; }
+Json write(const T& v) {
+  return v;
+}
 Json write(const double& v) { return real_to_json(v); }
 Json write(const tql::object_ref_t& v) { return v.id.text(); }
 Json write(const tql::object_set_t& v) {
@@ -158,10 +169,10 @@ struct KindEntry {
   Json (*dump)(const tql::property_t&);
 };
 
-constexpr const char* kKeys[] = {"string", "string_list", "object_set", "object", "version",
-                                 "action", "real", "bignum_hex", "gid", "gid_list", "date",
-                                 "index", "int", "uint", "bool", "blob_hex", "lob_hex", "oid",
-                                 "enum"};
+constexpr const char* kKeys[] = {"string",   "string_list", "object_set", "object", "version",
+                                 "action",   "real",        "bignum_hex", "gid",    "gid_list",
+                                 "date",     "index",       "int",        "uint",   "bool",
+                                 "blob_hex", "lob_hex",     "oid",        "enum"};
 
 template <int32_t... I>
 constexpr std::array<KindEntry, sizeof...(I)> make_kinds(std::integer_sequence<int32_t, I...>) {

@@ -4,8 +4,7 @@ namespace io {
 
 TimePoint add_saturated(TimePoint deadline, Duration span) {
   if (span == kInfinite || deadline == kNoDeadline) return kNoDeadline;
-  if (span.count() > 0 &&
-      deadline.time_since_epoch() > kNoDeadline.time_since_epoch() - span)
+  if (span.count() > 0 && deadline.time_since_epoch() > kNoDeadline.time_since_epoch() - span)
     return kNoDeadline;
   return deadline + span;
 }

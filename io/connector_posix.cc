@@ -34,8 +34,7 @@ int connect_blocking(int fd, uint32_t address, uint16_t port) {
   peer.sin_family = AF_INET;
   peer.sin_addr.s_addr = address;
   peer.sin_port = htons(port);
-  if (connect(fd, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) == 0)
-    return 0;
+  if (connect(fd, reinterpret_cast<const sockaddr*>(&peer), sizeof peer) == 0) return 0;
   if (errno == EINTR) return finish_interrupted_connect(fd);
   return errno;
 }
@@ -62,8 +61,7 @@ void release(connect_state* state) {
   delete state;
 }
 
-SocketConnector::SocketConnector(uint32_t address, uint16_t port)
-    : state_(new connect_state) {
+SocketConnector::SocketConnector(uint32_t address, uint16_t port) : state_(new connect_state) {
   state_->address = address;
   state_->port = port;
   state_->status.store(EINPROGRESS);
@@ -72,8 +70,7 @@ SocketConnector::SocketConnector(uint32_t address, uint16_t port)
   if (state_->socket < 0) {
     int code = errno;
     delete state_;
-    throw EConnection("Inavlid socket returned from socket(): " +
-                      system_error_text(code));
+    throw EConnection("Inavlid socket returned from socket(): " + system_error_text(code));
   }
   state_->done = eventfd(0, EFD_CLOEXEC);
   if (state_->done < 0) {
@@ -98,8 +95,6 @@ void SocketConnector::name(std::string& out) const {
   out = "SocketConnector(" + endpoint_text(state_->address, state_->port) + ")";
 }
 
-WaitHandle SocketConnector::wait_handle() const {
-  return {state_->done, kWaitRead};
-}
+WaitHandle SocketConnector::wait_handle() const { return {state_->done, kWaitRead}; }
 
 }  // namespace io

@@ -15,8 +15,7 @@ namespace {
 
 TransferResult result_of(ssize_t n) {
   if (n >= 0) return {static_cast<size_t>(n), 0};
-  if (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR)
-    return {0, kTransferPending};
+  if (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR) return {0, kTransferPending};
   return {0, errno};
 }
 
@@ -27,9 +26,7 @@ void ignore_broken_pipe_signal() {
 
 }  // namespace
 
-TransferResult read_some(int fd, char* to, size_t n) {
-  return result_of(::read(fd, to, n));
-}
+TransferResult read_some(int fd, char* to, size_t n) { return result_of(::read(fd, to, n)); }
 
 TransferResult write_some(int fd, const char* from, size_t n) {
   ignore_broken_pipe_signal();
@@ -40,15 +37,12 @@ TransferResult send_some(int fd, const char* from, size_t n) {
   return result_of(::send(fd, from, n, MSG_NOSIGNAL));
 }
 
-bool is_invalid_descriptor_code(int code) {
-  return code == EBADF || code == ENOTSOCK;
-}
+bool is_invalid_descriptor_code(int code) { return code == EBADF || code == ENOTSOCK; }
 
 void set_nonblocking(int fd) {
   int flags = fcntl(fd, F_GETFL);
   if (flags < 0 || fcntl(fd, F_SETFL, flags | O_NONBLOCK) < 0)
-    raise_last_error("Unable to set descriptor " + std::to_string(fd) +
-                     " to non-blocking");
+    raise_last_error("Unable to set descriptor " + std::to_string(fd) + " to non-blocking");
 }
 
 int adopt_nonblocking(int fd) {

@@ -11,8 +11,7 @@ namespace {
 [[noreturn]] void overcommit(const StreamTexts& texts, size_t n, size_t excess) {
   std::string text = texts.overcommit;
   if (texts.overcommit_counts)
-    text += " " + std::to_string(n) + " is " + std::to_string(excess) +
-            " bytes past end of buffer";
+    text += " " + std::to_string(n) + " is " + std::to_string(excess) + " bytes past end of buffer";
   assertion_failed(text);
 }
 
@@ -31,13 +30,10 @@ WaitHandle DescriptorIStream::wait_handle() const {
   return {descriptor(), in_transfer_ ? kWaitRead : kWaitNone};
 }
 
-bool DescriptorIStream::is_ready() const {
-  return error_ != 0 || eof_ || end_ > read_;
-}
+bool DescriptorIStream::is_ready() const { return error_ != 0 || eof_ || end_ > read_; }
 
 void DescriptorIStream::before_wait() {
-  if (!in_transfer_ && end_ == 0 && !eof_ && error_ == 0 && descriptor() >= 0)
-    in_transfer_ = true;
+  if (!in_transfer_ && end_ == 0 && !eof_ && error_ == 0 && descriptor() >= 0) in_transfer_ = true;
 }
 
 bool DescriptorIStream::absorbs_signal() {
@@ -88,8 +84,7 @@ bool DescriptorOStream::is_ready() const {
 }
 
 void DescriptorOStream::before_wait() {
-  if (!in_transfer_ && sent_ != filled_ && error_ == 0 && descriptor() >= 0)
-    in_transfer_ = true;
+  if (!in_transfer_ && sent_ != filled_ && error_ == 0 && descriptor() >= 0) in_transfer_ = true;
 }
 
 bool DescriptorOStream::absorbs_signal() {

@@ -22,11 +22,11 @@ inline constexpr size_t kStreamBufferSize = 4096;
 
 // The words of the fatal assertions, which differ between pipes and sockets.
 struct StreamTexts {
-  const char* overcommit;     // "Overcommit in ..."
-  bool overcommit_counts;     // Append " N is X bytes past end of buffer".
-  const char* overflow;       // A transfer larger than was asked.
-  const char* unsolicited;    // A completion without a transfer.
-  const char* invalid;        // A completion on no descriptor; null: stored.
+  const char* overcommit;   // "Overcommit in ..."
+  bool overcommit_counts;   // Append " N is X bytes past end of buffer".
+  const char* overflow;     // A transfer larger than was asked.
+  const char* unsolicited;  // A completion without a transfer.
+  const char* invalid;      // A completion on no descriptor; null: stored.
 };
 
 class DescriptorIStream : public IStream {
@@ -67,7 +67,7 @@ class DescriptorIStream : public IStream {
   size_t end_ = 0;   // One past the last byte that came.
   bool in_transfer_ = false;
   bool eof_ = false;
-  int error_ = 0;    // The system's code of a fault, 0 for none.
+  int error_ = 0;  // The system's code of a fault, 0 for none.
 };
 
 class DescriptorOStream : public OStream {

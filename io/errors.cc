@@ -4,8 +4,7 @@ namespace io {
 
 namespace {
 
-std::string end_of_stream_text(const std::string& stream_name,
-                               const std::string& reason) {
+std::string end_of_stream_text(const std::string& stream_name, const std::string& reason) {
   std::string text = "EOS from " + stream_name;
   if (!reason.empty()) text += " (" + reason + ")";
   return text;
@@ -13,8 +12,7 @@ std::string end_of_stream_text(const std::string& stream_name,
 
 }  // namespace
 
-EEndOfStream::EEndOfStream(const std::string& stream_name,
-                           const std::string& reason)
+EEndOfStream::EEndOfStream(const std::string& stream_name, const std::string& reason)
     : TextException(end_of_stream_text(stream_name, reason)) {}
 
 ENotReady::ENotReady(const std::string& selectable_name)

@@ -12,8 +12,7 @@ namespace io {
 // ")" when a reason is given.
 class EEndOfStream : public error::TextException {
  public:
-  explicit EEndOfStream(const std::string& stream_name,
-                        const std::string& reason = "");
+  explicit EEndOfStream(const std::string& stream_name, const std::string& reason = "");
 };
 
 // The peer's connection is gone; the text is the thrower's.

@@ -48,8 +48,7 @@ StreamBuf::int_type StreamBuf::underflow() {
   } catch (const EEndOfStream&) {
   } catch (const ETimeout&) {
   } catch (const error::Exception& e) {
-    std::cerr << "I/O exception in io::StreamBuf::underflow(): " << e.text()
-              << std::endl;
+    std::cerr << "I/O exception in io::StreamBuf::underflow(): " << e.text() << std::endl;
   }
   input_held_ = false;
   setg(nullptr, nullptr, nullptr);

@@ -1,3 +1,5 @@
+#include "io/iostream.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -5,7 +7,6 @@
 
 #include "io/descriptor.h"
 #include "io/errors.h"
-#include "io/iostream.h"
 #include "io/socket.h"
 #include "io/test_streams.h"
 
@@ -58,8 +59,7 @@ TEST_F(IostreamTest, PeerEndIsEndOfFile) {
   iostream stream(near->input(), near->output(), seconds(5));
   testing::write_all(far->output(), "last words");
   far->output().close();
-  std::string all((std::istreambuf_iterator<char>(stream)),
-                  std::istreambuf_iterator<char>());
+  std::string all((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
   EXPECT_EQ("last words", all);
 }
 
@@ -68,8 +68,7 @@ TEST_F(IostreamTest, WriteTimeOutRaises) {
   // Nobody reads on the far side: the socket buffers fill up, and the wait
   // for room runs out.
   std::string block(64 * 1024, 'x');
-  EXPECT_THROW(
-      for (int i = 0; i < 1000; ++i) stream << block << std::flush, ETimeout);
+  EXPECT_THROW(for (int i = 0; i < 1000; ++i) stream << block << std::flush, ETimeout);
 }
 
 TEST_F(IostreamTest, CloseOutputSendsTheRestAndTheEnd) {

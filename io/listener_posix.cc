@@ -23,8 +23,7 @@ int listen_on(uint32_t address, uint16_t& port) {
   local.sin_addr.s_addr = address;
   local.sin_port = htons(port);
   socklen_t len = sizeof local;
-  if (bind(fd, reinterpret_cast<sockaddr*>(&local), len) != 0 ||
-      listen(fd, SOMAXCONN) != 0 ||
+  if (bind(fd, reinterpret_cast<sockaddr*>(&local), len) != 0 || listen(fd, SOMAXCONN) != 0 ||
       getsockname(fd, reinterpret_cast<sockaddr*>(&local), &len) != 0) {
     int code = errno;
     close(fd);
@@ -50,13 +49,11 @@ std::unique_ptr<Socket> Listener::accept() {
   socklen_t len = sizeof peer;
   int fd = accept4(fd_, reinterpret_cast<sockaddr*>(&peer), &len, SOCK_CLOEXEC);
   if (fd < 0) {
-    if (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR ||
-        errno == ECONNABORTED)
+    if (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR || errno == ECONNABORTED)
       return nullptr;
     raise_last_error("Unable to accept on " + name_of(*this));
   }
-  return std::make_unique<Socket>(
-      endpoint_text(peer.sin_addr.s_addr, ntohs(peer.sin_port)), fd);
+  return std::make_unique<Socket>(endpoint_text(peer.sin_addr.s_addr, ntohs(peer.sin_port)), fd);
 }
 
 }  // namespace io

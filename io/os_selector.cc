@@ -39,10 +39,8 @@ void OsSelector::remove(Selectable& s) {
 }
 
 void OsSelector::make_pending(Selectable& s) {
-  if (os_avail_.count(&s) == 0)
-    assertion_failed(name_of(s) + " not found on os_avail!");
-  if (std::find(pending_.begin(), pending_.end(), &s) == pending_.end())
-    pending_.push_back(&s);
+  if (os_avail_.count(&s) == 0) assertion_failed(name_of(s) + " not found on os_avail!");
+  if (std::find(pending_.begin(), pending_.end(), &s) == pending_.end()) pending_.push_back(&s);
 }
 
 Selectable* OsSelector::take_pending(TimePoint now) {
@@ -118,15 +116,13 @@ Selectable& OsSelector::wait(bool nonblocking) {
     bool only_looking = nonblocking && ms != 0;
     if (only_looking) ms = 0;
     bool any_handle = refresh_handles();
-    TAVREL_ASSERT(any_handle || ms >= 0,
-                  "Wait without descriptor or deadline would never end");
+    TAVREL_ASSERT(any_handle || ms >= 0, "Wait without descriptor or deadline would never end");
 
     int outcome = poll_handles(handles_, ms);
     if (outcome == kPollInterrupted) continue;
     if (outcome == kPollTimedOut) {
       if (only_looking) throw ENotReady(waited_names());
-      if (earliest_owner != nullptr && earliest_owner->is_ready())
-        return *earliest_owner;
+      if (earliest_owner != nullptr && earliest_owner->is_ready()) return *earliest_owner;
       continue;
     }
     Selectable* s = owners_[outcome];

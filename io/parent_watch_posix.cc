@@ -20,9 +20,7 @@ ParentWatch::~ParentWatch() {
   if (pidfd_ >= 0) close(pidfd_);
 }
 
-WaitHandle ParentWatch::wait_handle() const {
-  return {pidfd_, gone_ ? kWaitNone : kWaitRead};
-}
+WaitHandle ParentWatch::wait_handle() const { return {pidfd_, gone_ ? kWaitNone : kWaitRead}; }
 
 bool ParentWatch::absorbs_signal() {
   gone_ = true;

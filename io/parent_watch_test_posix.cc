@@ -1,11 +1,10 @@
 // The parent watch and the parent-death guard, in a grandchild whose parent
 // (a child of the test) exits when the test says so.
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <functional>

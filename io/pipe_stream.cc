@@ -6,8 +6,7 @@ namespace io {
 
 namespace {
 
-const StreamTexts kPipeInputTexts = {"Overcommit in PipeIStream", true,
-                                     "PipeIStream overflow",
+const StreamTexts kPipeInputTexts = {"Overcommit in PipeIStream", true, "PipeIStream overflow",
                                      "PipeIStream unsolicited callback", nullptr};
 const StreamTexts kPipeOutputTexts = {"Overcommit in PipeOStream", true,
                                       "PipeOStream excessive write",
@@ -16,9 +15,7 @@ const StreamTexts kPipeOutputTexts = {"Overcommit in PipeOStream", true,
 }  // namespace
 
 PipeIStream::PipeIStream(std::string name, int fd)
-    : DescriptorIStream(kPipeInputTexts),
-      name_(std::move(name)),
-      fd_(adopt_nonblocking(fd)) {}
+    : DescriptorIStream(kPipeInputTexts), name_(std::move(name)), fd_(adopt_nonblocking(fd)) {}
 
 PipeIStream::~PipeIStream() {
   if (fd_ >= 0) close_descriptor(fd_);
@@ -32,14 +29,10 @@ void PipeIStream::close() {
   fd_ = -1;
 }
 
-std::string PipeIStream::fault_text() const {
-  return "Error in PipeIStream(" + name_ + ")";
-}
+std::string PipeIStream::fault_text() const { return "Error in PipeIStream(" + name_ + ")"; }
 
 PipeOStream::PipeOStream(std::string name, int fd)
-    : DescriptorOStream(kPipeOutputTexts),
-      name_(std::move(name)),
-      fd_(adopt_nonblocking(fd)) {}
+    : DescriptorOStream(kPipeOutputTexts), name_(std::move(name)), fd_(adopt_nonblocking(fd)) {}
 
 PipeOStream::~PipeOStream() { close_descriptor_if_open(); }
 

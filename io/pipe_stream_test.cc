@@ -1,3 +1,5 @@
+#include "io/pipe_stream.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -5,7 +7,6 @@
 #include "base/error.h"
 #include "io/descriptor.h"
 #include "io/errors.h"
-#include "io/pipe_stream.h"
 #include "io/selector.h"
 #include "io/test_streams.h"
 #include "io/timer.h"

@@ -20,8 +20,7 @@ uint32_t resolve(const std::string& host) {
     throw EResolv("Error resolving " + host + ": " + text);
   }
   if (result == nullptr) throw EResolv("No address found");
-  uint32_t address =
-      reinterpret_cast<const sockaddr_in*>(result->ai_addr)->sin_addr.s_addr;
+  uint32_t address = reinterpret_cast<const sockaddr_in*>(result->ai_addr)->sin_addr.s_addr;
   freeaddrinfo(result);
   return address;
 }

@@ -29,8 +29,7 @@ void Selectable::addSelector(SelectorBase& selector) {
 
 void Selectable::removeSelector(SelectorBase& selector) {
   auto it = std::find(selectors_.begin(), selectors_.end(), &selector);
-  if (it == selectors_.end())
-    assertion_failed("Unable to remove selector in: " + name_of(*this));
+  if (it == selectors_.end()) assertion_failed("Unable to remove selector in: " + name_of(*this));
   selectors_.erase(it);
 }
 

@@ -1,9 +1,10 @@
+#include "io/selector.h"
+
 #include <algorithm>
 #include <vector>
 
 #include "base/fatal.h"
 #include "io/errors.h"
-#include "io/selector.h"
 #include "io/stacked.h"
 
 namespace io {
@@ -18,8 +19,7 @@ SelectorBase::~SelectorBase() {
 }
 
 void SelectorBase::add(Selectable& s, StackedSelectableBack* client) {
-  if (!avail_.emplace(&s, client).second)
-    assertion_failed(name_of(s) + " added twice to Selector");
+  if (!avail_.emplace(&s, client).second) assertion_failed(name_of(s) + " added twice to Selector");
   if (client == nullptr) without_client_.insert(&s);
   if (dynamic_cast<StackedSelectableFront*>(&s) != nullptr)
     fronts_.insert(&s);
@@ -41,8 +41,7 @@ void SelectorBase::remove(Selectable& s) {
 }
 
 void SelectorBase::selectable_ready(Selectable& s) {
-  if (avail_.count(&s) != 1)
-    assertion_failed(name_of(s) + " not found on avail map");
+  if (avail_.count(&s) != 1) assertion_failed(name_of(s) + " not found on avail map");
   if (fronts_.count(&s) == 1)
     ready_.push_back(&s);
   else
@@ -58,8 +57,7 @@ bool SelectorBase::ready_by_test(Selectable& s) const {
 void SelectorBase::processReady(Selectable& s) {
   auto it = avail_.find(&s);
   if (it == avail_.end())
-    assertion_failed("SelectorBase::processReady got unknown Selectable " +
-                     name_of(s));
+    assertion_failed("SelectorBase::processReady got unknown Selectable " + name_of(s));
   StackedSelectableBack* client = it->second;
   if (client == nullptr) {
     ready_.push_back(&s);
@@ -68,8 +66,7 @@ void SelectorBase::processReady(Selectable& s) {
   // The client may take `s` off this selector; its fronts are looked at
   // anyway.
   client->underlyingIsReady(s);
-  std::vector<StackedSelectableFront*> fronts(client->fronts().begin(),
-                                              client->fronts().end());
+  std::vector<StackedSelectableFront*> fronts(client->fronts().begin(), client->fronts().end());
   for (StackedSelectableFront* front : fronts)
     if (front->is_ready() && avail_.count(front) == 1) processReady(*front);
 }
@@ -79,8 +76,7 @@ Selectable* SelectorBase::take_ready() {
     Selectable* s = ready_.front();
     ready_.pop_front();
     auto it = avail_.find(s);
-    if (it != avail_.end() && it->second == nullptr && ready_by_test(*s))
-      return s;
+    if (it != avail_.end() && it->second == nullptr && ready_by_test(*s)) return s;
   }
   return nullptr;
 }
@@ -102,9 +98,7 @@ Selectable& SelectorBase::wait(bool nonblocking) {
   }
 }
 
-std::string SelectorBase::waited_names() const {
-  return joined_names(without_client_);
-}
+std::string SelectorBase::waited_names() const { return joined_names(without_client_); }
 
 void selector_added_twice(Selectable& s) {
   assertion_failed("Added selectable " + name_of(s) + " twice");

@@ -76,7 +76,6 @@ class OsSelector {
   static std::string joined_names(const std::set<Selectable*>& selectables);
 
  private:
-
   std::set<Selectable*> os_avail_;
   std::vector<Selectable*> pending_;  // In order of arrival, no duplicates.
   // Parallel: the descriptors of one round and their owners; no holes.

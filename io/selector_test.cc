@@ -1,3 +1,5 @@
+#include "io/selector.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -5,7 +7,6 @@
 #include "io/descriptor.h"
 #include "io/errors.h"
 #include "io/pipe_stream.h"
-#include "io/selector.h"
 #include "io/stacked.h"
 #include "io/test_streams.h"
 #include "io/timer.h"

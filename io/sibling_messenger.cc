@@ -20,7 +20,10 @@ void check_id(int id) { TAVREL_ASSERT(id >= -127 && id <= 128, "my_sibling_id is
 }  // namespace
 
 SiblingImplementation::SiblingImplementation(SiblingMessenger& messenger, int id)
-    : messenger_(messenger), id_(id), writer_("OutputSignalWriter", -1), input_(*this),
+    : messenger_(messenger),
+      id_(id),
+      writer_("OutputSignalWriter", -1),
+      input_(*this),
       output_(*this) {}
 
 // The parent is watched from before its FIFO is opened: a parent that
@@ -34,12 +37,16 @@ SiblingMessenger::SiblingMessenger(int id, const siblingmessenger_conf_t& conf)
 
 SiblingMessenger::SiblingMessenger(int id, const siblingmessenger_conf_t& conf,
                                    std::unique_ptr<ParentWatch> parent_watch)
-    : my_sibling_id_((check_id(id), id)), conf_(conf), memory_(conf.mapfile, conf.mapsize),
-      pool_(memory_.base(), memory_.size()), some_sibling_(*this) {
+    : my_sibling_id_((check_id(id), id)),
+      conf_(conf),
+      memory_(conf.mapfile, conf.mapsize),
+      pool_(memory_.base(), memory_.size()),
+      some_sibling_(*this) {
   uint32_t magic;
   std::memcpy(&magic, memory_.base(), sizeof(magic));
   TAVREL_ASSERT(magic == kPoolMagic, "Wrong header of shared memory pool");
-  if (parent_watch && parent_watch->is_ready()) throw error::ESystemError("Parent process has ended");
+  if (parent_watch && parent_watch->is_ready())
+    throw error::ESystemError("Parent process has ended");
   fifo_ = std::make_unique<OwnFifo>(fifo_path(conf_.fifoprefix, id));
   input_reader_ = std::make_unique<PipeIStream>("InputSignalReader", fifo_->take_reader());
   set_underlying(input_reader_.get(), true);
@@ -158,7 +165,8 @@ void SiblingMessenger::handle_signal(const Signal& signal) {
 }
 
 void SiblingMessenger::on_sibling_at(int id) {
-  TAVREL_ASSERT(stack_.size() == 2, "Stack size is " + std::to_string(stack_.size()) + " on SiblingAt");
+  TAVREL_ASSERT(stack_.size() == 2,
+                "Stack size is " + std::to_string(stack_.size()) + " on SiblingAt");
   TAVREL_ASSERT(stack_[0].kind() == SignalKind::ExtraOffset, "No ExtraOffset on SiblingAt");
   TAVREL_ASSERT(stack_[1].kind() == SignalKind::ExtraSize, "No ExtraSize on SiblingAt");
   uint64_t start = stack_[0].value();
@@ -198,7 +206,8 @@ void SiblingMessenger::free_block(uint64_t offset, int from) {
   if (peer != siblings_.end() && peer->second->failed_ && peer->second->shutdown_pending_) return;
   auto it = outstanding_.find(offset);
   TAVREL_ASSERT(it != outstanding_.end(),
-                "Not one of my messages: " + make_value_signal(SignalKind::AckMessageAt, offset, from).text());
+                "Not one of my messages: " +
+                    make_value_signal(SignalKind::AckMessageAt, offset, from).text());
   outstanding_.erase(it);
   chain_->release(offset);
 }
@@ -296,8 +305,8 @@ void SiblingMessenger::take_end_of_stream(int id) {
 void SiblingMessenger::openFifo(int id, bool reconnect) {
   SiblingImplementation& peer = sibling(id);
   TAVREL_ASSERT(reconnect || !peer.has_fifo_, "Sibling " + std::to_string(my_sibling_id_) +
-                                     " openFifo called with open FIFO for sibling " +
-                                     std::to_string(id));
+                                                  " openFifo called with open FIFO for sibling " +
+                                                  std::to_string(id));
   int fd = open_fifo_for_writing(fifo_path(conf_.fifoprefix, id));
   if (fd < 0) {
     raise_system_error("Cannot open sibling id " + std::to_string(id) + " FIFO for writing", -fd);
@@ -353,8 +362,8 @@ void SiblingMessenger::pump(SiblingImplementation& peer) {
     }
     peer.writer_.writeCommit(used);
     bool flushed = peer.writer_.flushStep();
-    bool left = !peer.acks_.empty() ||
-                (!signal_queue_.empty() && signal_queue_.front().first == peer.id_);
+    bool left =
+        !peer.acks_.empty() || (!signal_queue_.empty() && signal_queue_.front().first == peer.id_);
     if (left || !flushed) {
       watch(peer, true);
       TAVREL_ASSERT(blocked_sibling_ == kNoSibling || blocked_sibling_ == peer.id_,
@@ -367,7 +376,8 @@ void SiblingMessenger::pump(SiblingImplementation& peer) {
     check_shutdown_pending(peer);
   } catch (const error::Exception& e) {
     if (log_tracing()) {
-      log("Caught exception: '" + e.text() + "' while flushing sibling: " + std::to_string(peer.id_),
+      log("Caught exception: '" + e.text() +
+              "' while flushing sibling: " + std::to_string(peer.id_),
           kLogTrace);
     }
     siblingGone(peer.id_);
@@ -432,7 +442,8 @@ void SiblingMessenger::shutdown_check() {
 }
 
 void SiblingMessenger::completeShutdown() {
-  TAVREL_ASSERT(shutdown_ && shutdown_->acknowledged, "Protocol violation; premature completeShutdown()");
+  TAVREL_ASSERT(shutdown_ && shutdown_->acknowledged,
+                "Protocol violation; premature completeShutdown()");
   TAVREL_ASSERT(!shutdown_->completed, "Protocol violation; duplicate completeShutdown()");
   SiblingImplementation& parent = sibling(0);
   try {

@@ -206,7 +206,9 @@ class SiblingMessenger : public StackedSelectableBack {
   void clear_state(SiblingImplementation& peer);
   // True while input, queued signals or acknowledgements concern `peer`.
   bool under_way(const SiblingImplementation& peer) const;
-  Signal own_signal(SignalKind kind, int id) const { return make_id_signal(kind, id, my_sibling_id_); }
+  Signal own_signal(SignalKind kind, int id) const {
+    return make_id_signal(kind, id, my_sibling_id_);
+  }
   bool has_sibling(int id) const { return siblings_.count(id) != 0; }
   const siblingmessenger_conf_t& conf() const { return conf_; }
 

@@ -17,17 +17,28 @@ SignalKind Signal::kind() const {
 
 const char* signal_name(SignalKind kind) {
   switch (kind) {
-    case SignalKind::MessageAt: return "MessageAt";
-    case SignalKind::AckMessageAt: return "AckMessageAt";
-    case SignalKind::ExtraOffset: return "ExtraOffset";
-    case SignalKind::ExtraSize: return "ExtraSize";
-    case SignalKind::RequestPeer: return "RequestPeer";
-    case SignalKind::IAmUp: return "IAmUp";
-    case SignalKind::SiblingAt: return "SiblingAt";
-    case SignalKind::InitShutdown: return "InitShutdown";
-    case SignalKind::AckShutdown: return "AckShutdown";
-    case SignalKind::ExtraSiblingId: return "ExtraSiblingId";
-    case SignalKind::SiblingDied: return "SiblingDied";
+    case SignalKind::MessageAt:
+      return "MessageAt";
+    case SignalKind::AckMessageAt:
+      return "AckMessageAt";
+    case SignalKind::ExtraOffset:
+      return "ExtraOffset";
+    case SignalKind::ExtraSize:
+      return "ExtraSize";
+    case SignalKind::RequestPeer:
+      return "RequestPeer";
+    case SignalKind::IAmUp:
+      return "IAmUp";
+    case SignalKind::SiblingAt:
+      return "SiblingAt";
+    case SignalKind::InitShutdown:
+      return "InitShutdown";
+    case SignalKind::AckShutdown:
+      return "AckShutdown";
+    case SignalKind::ExtraSiblingId:
+      return "ExtraSiblingId";
+    case SignalKind::SiblingDied:
+      return "SiblingDied";
   }
   return "MT_Undefined";
 }

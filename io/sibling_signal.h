@@ -23,7 +23,7 @@ enum class SignalKind : uint32_t {
   InitShutdown = 32,  // sibling `id` wants to shut down
   AckShutdown = 40,   // the shutdown of sibling `id` is acknowledged
   ExtraSiblingId = 48,
-  SiblingDied = 56,   // parent: sibling `id` has died
+  SiblingDied = 56,  // parent: sibling `id` has died
 };
 
 struct Signal {

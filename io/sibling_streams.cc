@@ -16,8 +16,10 @@ bool SiblingIStream::is_ready() const { return has_current_ || peer_.failed(); }
 
 size_t SiblingIStream::readBegin(const char*& ptr) {
   if (!is_ready()) throw ENotReady(name_of(*this));
-  if (!has_current_) throw EEndOfStream(name_of(*this), "readBegin had empty queue and process error");
-  if (current_->is_null()) throw EEndOfStream(name_of(*this), "readBegin encountered the null message");
+  if (!has_current_)
+    throw EEndOfStream(name_of(*this), "readBegin had empty queue and process error");
+  if (current_->is_null())
+    throw EEndOfStream(name_of(*this), "readBegin encountered the null message");
   TAVREL_ASSERT(current_->sibling == peer_.id(), "curr_msg does not hold a message for us");
   TAVREL_ASSERT(current_->size > consumed_, "Message not larger than number of bytes read");
   const PoolView& pool = peer_.messenger().pool();
@@ -27,7 +29,8 @@ size_t SiblingIStream::readBegin(const char*& ptr) {
 
 void SiblingIStream::readCommit(size_t n) {
   TAVREL_ASSERT(has_current_, "Read committed with no messages in queue");
-  TAVREL_ASSERT(consumed_ + n <= current_->size, "Cannot commit more read data than what there was");
+  TAVREL_ASSERT(consumed_ + n <= current_->size,
+                "Cannot commit more read data than what there was");
   consumed_ += n;
   if (consumed_ < current_->size) return;
   SiblingMessenger& m = peer_.messenger();
@@ -79,10 +82,9 @@ void SiblingOStream::writeCommit(size_t n) {
   peer_.write_in_progress_ = false;
   if (n == 0) return;
   SiblingMessenger& m = peer_.messenger();
-  TAVREL_ASSERT(n <= m.chain_->room(), "write offset " + std::to_string(n) +
-                                           " above current block size " +
-                                           std::to_string(m.chain_->room()) + " after adding " +
-                                           std::to_string(n));
+  TAVREL_ASSERT(n <= m.chain_->room(),
+                "write offset " + std::to_string(n) + " above current block size " +
+                    std::to_string(m.chain_->room()) + " after adding " + std::to_string(n));
   m.commit_message(peer_, n);
 }
 

@@ -12,13 +12,10 @@ namespace io {
 namespace {
 
 const StreamTexts kSocketInputTexts = {
-    "Overcommit in Socket_IStream", false,
-    "Overcommit in Socket_IStream::callback",
-    "Unsolicited callback in Socket_IStream",
-    "Invalid socket in Socket_IStream callback"};
+    "Overcommit in Socket_IStream", false, "Overcommit in Socket_IStream::callback",
+    "Unsolicited callback in Socket_IStream", "Invalid socket in Socket_IStream callback"};
 const StreamTexts kSocketOutputTexts = {
-    "Overcommit in Socket_OStream", false,
-    "Too large transmission in Socket_OStream",
+    "Overcommit in Socket_OStream", false, "Too large transmission in Socket_OStream",
     "Unsolicited callback in Socket_OStream",
     // The output's completion fails with the same words as the input's.
     "Invalid socket in Socket_IStream callback"};
@@ -29,13 +26,11 @@ int take_socket(SocketConnector& connector) {
   connect_state& state = connector.state();
   int status = state.status.load(std::memory_order_acquire);
   if (status != 0)
-    throw EConnection("Error connecting to " +
-                      endpoint_text(state.address, state.port) + ": " +
+    throw EConnection("Error connecting to " + endpoint_text(state.address, state.port) + ": " +
                       system_error_text(status));
   // A second socket from one connector is a programming error; caught here
   // rather than in the destructor of a socket without descriptor.
-  TAVREL_ASSERT(state.socket >= 0,
-                "Socket already taken from " + name_of(connector));
+  TAVREL_ASSERT(state.socket >= 0, "Socket already taken from " + name_of(connector));
   int fd = state.socket;
   state.socket = -1;
   return adopt_nonblocking(fd);
@@ -79,8 +74,8 @@ void Socket_OStream::close() {
   if (code != 0) raise_system_error(fault_text(), code);
 }
 
-Socket_Stream_Base::Socket_Stream_Base(std::string name, int fd,
-                                       uint32_t peer_address, uint16_t peer_port)
+Socket_Stream_Base::Socket_Stream_Base(std::string name, int fd, uint32_t peer_address,
+                                       uint16_t peer_port)
     : name_(std::move(name)),
       fd_(fd),
       peer_address_(peer_address),
@@ -89,10 +84,9 @@ Socket_Stream_Base::Socket_Stream_Base(std::string name, int fd,
       output_(*this) {}
 
 Socket::Socket(SocketConnector& connector)
-    : Socket_Stream_Base(
-          endpoint_text(connector.state().address, connector.state().port),
-          take_socket(connector), connector.state().address,
-          connector.state().port) {}
+    : Socket_Stream_Base(endpoint_text(connector.state().address, connector.state().port),
+                         take_socket(connector), connector.state().address,
+                         connector.state().port) {}
 
 Socket::Socket(std::string name, int fd)
     : Socket_Stream_Base(std::move(name), adopt_nonblocking(fd), 0, 0) {}

@@ -71,8 +71,7 @@ class Socket_Stream_Base {
   int descriptor() const { return fd_; }
 
  protected:
-  Socket_Stream_Base(std::string name, int fd, uint32_t peer_address,
-                     uint16_t peer_port);
+  Socket_Stream_Base(std::string name, int fd, uint32_t peer_address, uint16_t peer_port);
   ~Socket_Stream_Base() = default;
 
   std::string name_;  // The peer's address, ":" and the port.

@@ -1,3 +1,5 @@
+#include "io/socket.h"
+
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -9,7 +11,6 @@
 #include "io/errors.h"
 #include "io/listener.h"
 #include "io/selector.h"
-#include "io/socket.h"
 #include "io/socket_address.h"
 #include "io/test_streams.h"
 #include "io/timer.h"
@@ -105,8 +106,7 @@ TEST(SocketTest, RefusedConnectionShowsOnlyAtTheSocket) {
     Socket socket(connector);
     FAIL() << "no EConnection";
   } catch (const EConnection& e) {
-    EXPECT_EQ("Error connecting to 127.0.0.1:" + std::to_string(port) +
-                  ": Connection refused",
+    EXPECT_EQ("Error connecting to 127.0.0.1:" + std::to_string(port) + ": Connection refused",
               e.text());
   }
 }
@@ -127,8 +127,7 @@ TEST(SocketTest, ResolveGivesIpv4OrRaises) {
     resolve("no-such-host.invalid");
     FAIL() << "no EResolv";
   } catch (const EResolv& e) {
-    EXPECT_EQ(0u, e.text().rfind("Error resolving no-such-host.invalid: ", 0))
-        << e.text();
+    EXPECT_EQ(0u, e.text().rfind("Error resolving no-such-host.invalid: ", 0)) << e.text();
   }
 }
 

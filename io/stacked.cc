@@ -30,8 +30,7 @@ void StackedSelectableBack::removeSelector(SelectorBase& selector) {
   for (Selectable* s : underlying_) selector.remove(*s);
 }
 
-StackedSelectableFront::StackedSelectableFront(StackedSelectableBack& back)
-    : back_(back) {
+StackedSelectableFront::StackedSelectableFront(StackedSelectableBack& back) : back_(back) {
   back_.fronts_.insert(this);
 }
 

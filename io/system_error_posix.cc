@@ -11,8 +11,7 @@ std::string system_error_text(int code) {
   // The GNU strerror_r returns the text, in `buffer` or a static string; it
   // gives "Unknown error N" for a code it doesn't know and can't fail.
   std::string text = strerror_r(code, buffer, sizeof buffer);
-  while (!text.empty() && (text.back() == '\n' || text.back() == '\r'))
-    text.pop_back();
+  while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
   if (text.empty()) text = std::to_string(code);
   return text;
 }
@@ -24,8 +23,6 @@ void raise_system_error(const std::string& what, int code) {
   throw error::ESystemError(text);
 }
 
-void raise_last_error(const std::string& what) {
-  raise_system_error(what, errno);
-}
+void raise_last_error(const std::string& what) { raise_system_error(what, errno); }
 
 }  // namespace io

@@ -1,8 +1,9 @@
+#include "io/system_error.h"
+
 #include <gtest/gtest.h>
 
 #include "base/error.h"
 #include "io/errors.h"
-#include "io/system_error.h"
 
 namespace io {
 namespace {

@@ -2,9 +2,7 @@
 
 namespace io {
 
-TimePoint Timer::due_in(Duration span) {
-  return add_saturated(MonotonicClock::now(), span);
-}
+TimePoint Timer::due_in(Duration span) { return add_saturated(MonotonicClock::now(), span); }
 
 bool Timer::is_ready() const { return MonotonicClock::now() >= deadline_; }
 

@@ -18,11 +18,12 @@ void add_guard(Selector<int>& selector, Selectable& s) {
   if (wait_guard && wait_guard != &s) selector.add(*wait_guard, kGuard);
 }
 
-[[noreturn]] void guard_fired() { throw EEndOfStream(name_of(*wait_guard), "Parent process has ended"); }
+[[noreturn]] void guard_fired() {
+  throw EEndOfStream(name_of(*wait_guard), "Parent process has ended");
+}
 
 void check_target(Selectable& got, Selectable& wanted) {
-  if (&got != &wanted)
-    assertion_failed("Got wrong selectable in waitReady: " + name_of(got));
+  if (&got != &wanted) assertion_failed("Got wrong selectable in waitReady: " + name_of(got));
 }
 
 }  // namespace

@@ -67,9 +67,9 @@ class RecordingBackend : public MailingBackend {
 
   std::vector<std::string> calls;
   std::set<std::string> undeletable;
-  std::set<std::string> gone;        // jobs no longer stored
-  std::set<std::string> unreadable;  // job_due raises
-  std::set<std::string> unfinished;  // instances whose generation runs
+  std::set<std::string> gone;           // jobs no longer stored
+  std::set<std::string> unreadable;     // job_due raises
+  std::set<std::string> unfinished;     // instances whose generation runs
   tql::version_t stored_version{7, 1};  // every stored job's version
   bool failIncident = false;
 };
@@ -185,8 +185,9 @@ TEST_F(MailJobsTest, JobsThatAreNotDueAreLeftAlone) {
 // generated is the generation's own.
 TEST_F(MailJobsTest, ChangedJobsAndJobsOfUnfinishedInstancesWait) {
   backend.unfinished = {"38.2"};
-  tql::patch_t report = object(schema::kReport, id(5, 1),
-                               {instance(1, 0, {job(1, {"a@x"})}), instance(2, 0, {job(2, {"b@x"})})});
+  tql::patch_t report =
+      object(schema::kReport, id(5, 1),
+             {instance(1, 0, {job(1, {"a@x"})}), instance(2, 0, {job(2, {"b@x"})})});
   backend.stored_version = tql::version_t{7, 2};
   serve({report});
   backend.stored_version = tql::version_t{7, 1};

@@ -11,11 +11,11 @@
 
 #include "base/error.h"
 #include "email/encoding.h"
-#include "mailing/mime_image_generator.h"
 #include "email/mime_multipart.h"
-#include "mailing/report_mail_test_support.h"
 #include "grapher/check_image.h"
 #include "grapher/graph.h"
+#include "mailing/mime_image_generator.h"
+#include "mailing/report_mail_test_support.h"
 #include "report/fake_report.h"
 #include "report/html_renderer.h"
 #include "report/text_renderer.h"

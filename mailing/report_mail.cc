@@ -4,8 +4,8 @@
 
 #include "base/log.h"
 #include "email/message.h"
-#include "mailing/mime_image_generator.h"
 #include "email/mime_multipart.h"
+#include "mailing/mime_image_generator.h"
 #include "mailing/report_bodies.h"
 #include "queues/configuration.h"
 #include "queues/report_incident.h"

@@ -10,13 +10,13 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "mailing/mime_image_generator.h"
 #include "email/mime_multipart.h"
-#include "mailing/report_bodies.h"
-#include "mailing/report_mail_test_support.h"
 #include "email/test_process.h"
 #include "grapher/check_image.h"
 #include "grapher/graph.h"
+#include "mailing/mime_image_generator.h"
+#include "mailing/report_bodies.h"
+#include "mailing/report_mail_test_support.h"
 #include "report/html_renderer.h"
 #include "report/text_renderer.h"
 #include "tql/schema.h"

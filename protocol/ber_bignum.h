@@ -14,7 +14,8 @@ class BerBigNum final : public BerShortValue {
  public:
   static constexpr size_t kMaxLength = 1040;
 
-  explicit BerBigNum(BigNum value = BigNum()) : BerShortValue(BE_INTEGER, kMaxLength), target_(value) {}
+  explicit BerBigNum(BigNum value = BigNum())
+      : BerShortValue(BE_INTEGER, kMaxLength), target_(value) {}
   explicit BerBigNum(BigNum* target) : BerShortValue(BE_INTEGER, kMaxLength), target_(target) {}
 
   std::unique_ptr<BerValue> clone() const override;

@@ -1,8 +1,8 @@
 // The catalogue's messages: every one written and read back in both
 // generations, comparisons, bounds, choices and missing pointers.
-#include <string>
-
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "protocol/ber_test_util.h"
 #include "protocol/catalogue.h"
@@ -52,7 +52,8 @@ TEST(Catalogue, GenerationsAreNotInterchangeable) {
   request.data = Owned<RequestBody>(std::make_unique<ForgetReq>());
   std::vector<uint8_t> current = encode_bytes(request, false);
   EXPECT_EQ("74 80 02 01 00 A5 80 04 00 00 00 00 00", testing::hex(current));
-  EXPECT_EQ("Tag mismatch, got 45 expected RequestBody", fault([&] { read_message(current, true); }));
+  EXPECT_EQ("Tag mismatch, got 45 expected RequestBody",
+            fault([&] { read_message(current, true); }));
 }
 
 TEST(Catalogue, CloneIsDeepAndEqual) {
@@ -91,8 +92,10 @@ TEST(Catalogue, ListsHoldTheirOrderAndAcceptAnyCount) {
   EXPECT_TRUE(reals.open_ended());
   EXPECT_EQ(0u, reals.required_elements());
   reals.values() = {2.0, 1.0};
-  EXPECT_EQ("30 80 09 0D 00 32 2E 30 30 30 30 30 30 65 2B 30 30 09 0D 00 31 2E 30 30 30 30 30 30 65 2B 30 30 00 00",
-            encode(reals));
+  EXPECT_EQ(
+      "30 80 09 0D 00 32 2E 30 30 30 30 30 30 65 2B 30 30 09 0D 00 31 2E 30 30 30 30 30 30 65 2B "
+      "30 30 00 00",
+      encode(reals));
   ListOfReal back;
   testing::decode(back, encode_bytes(reals));
   EXPECT_EQ((std::list<double>{2.0, 1.0}), back.values());

@@ -19,14 +19,14 @@
 
 namespace protocol {
 
-inline int compare_field(const std::string& a, const std::string& b) { return compare_values(a, b); }
+inline int compare_field(const std::string& a, const std::string& b) {
+  return compare_values(a, b);
+}
 inline int compare_field(double a, double b) { return compare_reals(a, b); }
 inline int compare_field(const BigNum& a, const BigNum& b) { return compare_values(a, b); }
 template <class T>
-  requires std::is_integral_v<T>
-int compare_field(T a, T b) {
-  return compare_values(a, b);
-}
+requires std::is_integral_v<T>
+int compare_field(T a, T b) { return compare_values(a, b); }
 
 template <class T>
 int compare_field(const Owned<T>& a, const Owned<T>& b) {

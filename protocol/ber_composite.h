@@ -91,7 +91,7 @@ class Container : public Composite<Self, BerConstructed> {
 
 template <class Self, class Kind>
 class ListOf : public Container<Self, Kind, std::list<typename Kind::native>, BE_SEQ_CURRENT,
-                                 BE_SEQ_LEGACY> {
+                                BE_SEQ_LEGACY> {
  public:
   using ListOf::Container::Container;
 
@@ -108,8 +108,8 @@ class ListOf : public Container<Self, Kind, std::list<typename Kind::native>, BE
 };
 
 template <class Self, class Kind>
-class SetOf : public Container<Self, Kind, std::set<typename Kind::native>, BE_SET_CURRENT,
-                                BE_SET_LEGACY> {
+class SetOf
+    : public Container<Self, Kind, std::set<typename Kind::native>, BE_SET_CURRENT, BE_SET_LEGACY> {
  public:
   using SetOf::Container::Container;
 

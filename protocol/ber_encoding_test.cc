@@ -1,11 +1,12 @@
 // The byte forms of tags, lengths and primitive values, written and read.
-#include <cmath>
-#include <string>
+#include "protocol/ber_encoding.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <string>
+
 #include "protocol/ber_bignum.h"
-#include "protocol/ber_encoding.h"
 #include "protocol/ber_integer.h"
 #include "protocol/ber_primitives.h"
 #include "protocol/ber_skipper.h"
@@ -73,7 +74,8 @@ TEST(BerTags, LongTagsReadBack) {
 
 TEST(BerTags, BadLongTagsAreRefused) {
   // A long form for a number below 31, and a number beyond 32 bits.
-  EXPECT_EQ("Bad tag encoding", fault([] { dump_ber(unhex("3F 05 80 00 00").data(), 5, false, nullptr); }));
+  EXPECT_EQ("Bad tag encoding",
+            fault([] { dump_ber(unhex("3F 05 80 00 00").data(), 5, false, nullptr); }));
   std::vector<uint8_t> huge = unhex("3F 8F FF FF FF FF 7F 80 00 00");
   EXPECT_EQ("Bad tag encoding", fault([&] { dump_ber(huge.data(), huge.size(), false, nullptr); }));
 }
@@ -195,7 +197,7 @@ TEST(BerReals, Read) {
   EXPECT_EQ(0.0, read_real("09 00"));
   EXPECT_EQ(HUGE_VAL, read_real("09 01 40"));
   EXPECT_EQ(-HUGE_VAL, read_real("09 01 41"));
-  EXPECT_EQ(0.0, read_real("09 01 60"));  // Not a number reads as 0.
+  EXPECT_EQ(0.0, read_real("09 01 60"));                    // Not a number reads as 0.
   EXPECT_EQ(1500.0, read_real("09 06 00 31 2E 35 65 33"));  // "1.5e3"
   for (double v : {1.5, -2.25e10, 3.0e-300, -1.797693e308}) {
     BerReal in;
@@ -212,7 +214,8 @@ TEST(BerReals, BadContentIsRefused) {
   std::vector<uint8_t> long_text = unhex("09 3D 00");
   long_text.resize(long_text.size() + 60, '1');
   BerReal in;
-  EXPECT_EQ("Data value exceeds maximum allowed length 61 > 60", fault([&] { decode(in, long_text); }));
+  EXPECT_EQ("Data value exceeds maximum allowed length 61 > 60",
+            fault([&] { decode(in, long_text); }));
 }
 
 TEST(BerReals, OrderPutsNotANumberLast) {
@@ -235,9 +238,11 @@ TEST(BerBooleansNullsStrings, Forms) {
   EXPECT_TRUE(flag.value());
   decode(flag, "01 01 00");
   EXPECT_FALSE(flag.value());
-  EXPECT_EQ("Data value exceeds maximum allowed length 2 > 1", fault([&] { decode(flag, "01 02 01 01"); }));
+  EXPECT_EQ("Data value exceeds maximum allowed length 2 > 1",
+            fault([&] { decode(flag, "01 02 01 01"); }));
   BerNull null;
-  EXPECT_EQ("Data value exceeds maximum allowed length 1 > 0", fault([&] { decode(null, "05 01 00"); }));
+  EXPECT_EQ("Data value exceeds maximum allowed length 1 > 0",
+            fault([&] { decode(null, "05 01 00"); }));
 }
 
 TEST(BerBooleansNullsStrings, StringLimits) {
@@ -248,7 +253,8 @@ TEST(BerBooleansNullsStrings, StringLimits) {
   // allocates nothing.
   EXPECT_EQ("String exceeds allowed length 4294967295 > 3",
             fault([&] { decode(in, "04 84 FF FF FF FF"); }));
-  EXPECT_EQ("Tag mismatch, got 32 expected BE_STRING_LEGACY", fault([&] { decode(in, "04 00", true); }));
+  EXPECT_EQ("Tag mismatch, got 32 expected BE_STRING_LEGACY",
+            fault([&] { decode(in, "04 00", true); }));
 }
 
 TEST(BerBigNums, BigEndianBytesWithoutLeadingZeros) {
@@ -272,10 +278,12 @@ TEST(BerBigNums, AtMost1040Bytes) {
   EXPECT_EQ(260u, in.value().used());
   EXPECT_EQ(bytes, testing::encode_bytes(in));
   std::vector<uint8_t> over = unhex("02 82 04 11");
-  EXPECT_EQ("Data value exceeds maximum allowed length 1041 > 1040", fault([&] { decode(in, over); }));
+  EXPECT_EQ("Data value exceeds maximum allowed length 1041 > 1040",
+            fault([&] { decode(in, over); }));
   BigNum wide = in.value();
   wide.shiftLeft(8);
-  EXPECT_EQ("Data value exceeds maximum allowed length 1041 > 1040", fault([&] { encode(BerBigNum(wide)); }));
+  EXPECT_EQ("Data value exceeds maximum allowed length 1041 > 1040",
+            fault([&] { encode(BerBigNum(wide)); }));
 }
 
 TEST(BerSkippers, NeitherWrittenNorOrdered) {
@@ -284,7 +292,8 @@ TEST(BerSkippers, NeitherWrittenNorOrdered) {
   EXPECT_DEATH(encode(primitive), "BerPrimitiveSkipper::write invoked");
   EXPECT_DEATH(encode(constructed), "BerConstructedSkipper::write invoked");
   EXPECT_DEATH((void)(primitive < primitive), "Cannot call operator< for BerPrimitiveSkipper");
-  EXPECT_DEATH((void)(constructed > constructed), "Cannot call operator> for BerConstructedSkipper");
+  EXPECT_DEATH((void)(constructed > constructed),
+               "Cannot call operator> for BerConstructedSkipper");
 }
 
 }  // namespace

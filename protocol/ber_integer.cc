@@ -6,11 +6,24 @@ namespace protocol {
 
 namespace {
 
-template <class T> const char* type_name();
-template <> const char* type_name<int32_t>() { return "int32_t"; }
-template <> const char* type_name<uint32_t>() { return "uint32_t"; }
-template <> const char* type_name<int64_t>() { return "int64_t"; }
-template <> const char* type_name<uint64_t>() { return "uint64_t"; }
+template <class T>
+const char* type_name();
+template <>
+const char* type_name<int32_t>() {
+  return "int32_t";
+}
+template <>
+const char* type_name<uint32_t>() {
+  return "uint32_t";
+}
+template <>
+const char* type_name<int64_t>() {
+  return "int64_t";
+}
+template <>
+const char* type_name<uint64_t>() {
+  return "uint64_t";
+}
 
 }  // namespace
 
@@ -60,8 +73,8 @@ int BerIntegerTemplate<T>::compare(const BerValue& other) const {
 
 template <class T>
 void BerIntegerTemplate<T>::out_of_range(const char* where, T value) const {
-  throw EBer(std::string("data out of range in BerIntegerTemplate<") + type_name<T>() + ">::" +
-             where + " " + std::to_string(min_) + " <= " + std::to_string(value) +
+  throw EBer(std::string("data out of range in BerIntegerTemplate<") + type_name<T>() +
+             ">::" + where + " " + std::to_string(min_) + " <= " + std::to_string(value) +
              " <= " + std::to_string(max_));
 }
 

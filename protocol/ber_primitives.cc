@@ -63,11 +63,20 @@ void BerReal::readDone() {
   double value = 0.0;
   if (!content.empty()) {
     switch (content[0]) {
-      case kRealPlusInfinity: value = HUGE_VAL; break;
-      case kRealMinusInfinity: value = -HUGE_VAL; break;
-      case kRealNotANumber: value = 0.0; break;
-      case kRealText: value = parse_real_text(content.data() + 1, content.size() - 1); break;
-      default: throw EBer("Unsupported real number format revceived");
+      case kRealPlusInfinity:
+        value = HUGE_VAL;
+        break;
+      case kRealMinusInfinity:
+        value = -HUGE_VAL;
+        break;
+      case kRealNotANumber:
+        value = 0.0;
+        break;
+      case kRealText:
+        value = parse_real_text(content.data() + 1, content.size() - 1);
+        break;
+      default:
+        throw EBer("Unsupported real number format revceived");
     }
   }
   target_.value() = value;

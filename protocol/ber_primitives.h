@@ -70,7 +70,8 @@ class BerNull final : public BerShortValue {
 // allocation and in write().
 class BerString final : public BerPrimitive {
  public:
-  explicit BerString(size_t limit, std::string value = {}) : target_(std::move(value)), limit_(limit) {}
+  explicit BerString(size_t limit, std::string value = {})
+      : target_(std::move(value)), limit_(limit) {}
   BerString(std::string* target, size_t limit) : target_(target), limit_(limit) {}
 
   std::unique_ptr<BerValue> clone() const override;

@@ -1,8 +1,8 @@
 // The reader loop: element order, required and unknown elements, definite and
 // indefinite lengths, and damaged input.
-#include <string>
-
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "protocol/ber_test_util.h"
 #include "protocol/ber_tree.h"
@@ -61,7 +61,8 @@ TEST(BerReader, RequiredElements) {
   decode(three, rule_with("04 02 61 62 0A 01 02 0A 01 FF"));
   EXPECT_EQ("", three.last);
   Rule two;
-  EXPECT_EQ("Too few elements, got 2 required 3", fault([&] { decode(two, rule_with("04 00 0A 01 02")); }));
+  EXPECT_EQ("Too few elements, got 2 required 3",
+            fault([&] { decode(two, rule_with("04 00 0A 01 02")); }));
   ServerNamePort empty;
   EXPECT_EQ("Too few elements, got 0 required 2", fault([&] { decode(empty, "30 80 00 00"); }));
 }
@@ -74,7 +75,8 @@ TEST(BerReader, TagMismatchNamesTheExpectedTag) {
             fault([&] { decode(rule, "20 80 04 00 00 00", true); }));
   EXPECT_EQ("Tag mismatch, got 16 expected BE_ENUMERATED",
             fault([&] { decode(rule, rule_with("04 00 02 01 00")); }));
-  EXPECT_EQ("Tag mismatch, got 1 expected BE_RULE_CURRENT", fault([&] { decode(rule, "20 80 00 00"); }));
+  EXPECT_EQ("Tag mismatch, got 1 expected BE_RULE_CURRENT",
+            fault([&] { decode(rule, "20 80 00 00"); }));
   ListOfRule rules;
   EXPECT_EQ("Tag mismatch, got 1 expected BE_RULE_CURRENT",
             fault([&] { decode(rules, "30 80 20 80 00 00 00 00"); }));
@@ -85,13 +87,16 @@ TEST(BerReader, DamagedFramesAreRefused) {
   EXPECT_EQ("Unexpected end of BER data", fault([&] { decode(rule, "30 80 04 02 61"); }));
   EXPECT_EQ("Unexpected end of BER data", fault([&] { decode(rule, "30 80 04 01 61"); }));
   EXPECT_EQ("Unexpected end of BER data", fault([&] { decode(rule, "30 20"); }));
-  EXPECT_EQ("Length exceeds the enclosing value", fault([&] { decode(rule, "30 03 04 05 61 62 63 64 65"); }));
-  EXPECT_EQ("Indefinite length of a primitive value", fault([&] { decode(rule, rule_with("04 80 00 00")); }));
+  EXPECT_EQ("Length exceeds the enclosing value",
+            fault([&] { decode(rule, "30 03 04 05 61 62 63 64 65"); }));
+  EXPECT_EQ("Indefinite length of a primitive value",
+            fault([&] { decode(rule, rule_with("04 80 00 00")); }));
   EXPECT_EQ("Bad length encoding", fault([&] { decode(rule, "30 85 00 00 00 00 01"); }));
   EXPECT_EQ("Tag mismatch, got 33 expected BE_STRING_CURRENT",
             fault([&] { decode(rule, rule_with("24 80 00 00")); }));
   // A definite-length value whose last element runs past its end.
-  EXPECT_EQ("Length exceeds the enclosing value", fault([&] { decode(rule, "30 03 04 02 61 62 00 00"); }));
+  EXPECT_EQ("Length exceeds the enclosing value",
+            fault([&] { decode(rule, "30 03 04 02 61 62 00 00"); }));
 }
 
 TEST(BerReader, EveryTruncationIsRefused) {

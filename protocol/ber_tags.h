@@ -13,17 +13,17 @@
 
 namespace protocol {
 
-inline constexpr uint32_t BE_BOOLEAN = 8;           // 0x01 BOOLEAN
-inline constexpr uint32_t BE_INTEGER = 16;          // 0x02 INTEGER, also big numbers
-inline constexpr uint32_t BE_STRING_CURRENT = 32;   // 0x04 OCTET STRING
-inline constexpr uint32_t BE_STRING_LEGACY = 176;   // 0x16 IA5String
-inline constexpr uint32_t BE_NULL = 40;             // 0x05 NULL
-inline constexpr uint32_t BE_REAL = 72;             // 0x09 REAL
-inline constexpr uint32_t BE_ENUMERATED = 80;       // 0x0A ENUMERATED
-inline constexpr uint32_t BE_SEQ_CURRENT = 129;     // 0x30 SEQUENCE
-inline constexpr uint32_t BE_SEQ_LEGACY = 1;        // 0x20 constructed, number 0
-inline constexpr uint32_t BE_SET_CURRENT = 137;     // 0x31 SET
-inline constexpr uint32_t BE_SET_LEGACY = 9;        // 0x21 constructed, number 1
+inline constexpr uint32_t BE_BOOLEAN = 8;          // 0x01 BOOLEAN
+inline constexpr uint32_t BE_INTEGER = 16;         // 0x02 INTEGER, also big numbers
+inline constexpr uint32_t BE_STRING_CURRENT = 32;  // 0x04 OCTET STRING
+inline constexpr uint32_t BE_STRING_LEGACY = 176;  // 0x16 IA5String
+inline constexpr uint32_t BE_NULL = 40;            // 0x05 NULL
+inline constexpr uint32_t BE_REAL = 72;            // 0x09 REAL
+inline constexpr uint32_t BE_ENUMERATED = 80;      // 0x0A ENUMERATED
+inline constexpr uint32_t BE_SEQ_CURRENT = 129;    // 0x30 SEQUENCE
+inline constexpr uint32_t BE_SEQ_LEGACY = 1;       // 0x20 constructed, number 0
+inline constexpr uint32_t BE_SET_CURRENT = 137;    // 0x31 SET
+inline constexpr uint32_t BE_SET_LEGACY = 9;       // 0x21 constructed, number 1
 
 inline constexpr uint32_t kTagConstructed = 1;
 inline constexpr uint32_t kTagClassApplication = 1 << 1;

@@ -15,7 +15,9 @@ namespace {
 class TreePrimitive final : public BerShortValue {
  public:
   explicit TreePrimitive(uint32_t tag) : BerShortValue(tag, kTreeMaxContent) {}
-  std::unique_ptr<BerValue> clone() const override { return std::make_unique<TreePrimitive>(*this); }
+  std::unique_ptr<BerValue> clone() const override {
+    return std::make_unique<TreePrimitive>(*this);
+  }
   void readDone() override {}
   void write(BerOutput& out, bool) const override { write_content(out, bytes()); }
   int compare(const BerValue& other) const override {
@@ -32,7 +34,9 @@ class TreeConstructed final : public BerConstructed {
   TreeConstructed(const TreeConstructed& other) : BerConstructed(other), tag_(other.tag_) {
     for (const auto& child : other.children_) children_.push_back(child->clone());
   }
-  std::unique_ptr<BerValue> clone() const override { return std::make_unique<TreeConstructed>(*this); }
+  std::unique_ptr<BerValue> clone() const override {
+    return std::make_unique<TreeConstructed>(*this);
+  }
   uint32_t tag(bool) const override { return tag_; }
   void write(BerOutput& out, bool legacy) const override {
     open_constructed(out, tag_);

@@ -8,17 +8,28 @@ namespace protocol {
 
 std::string tag_words(uint32_t tag) {
   switch (tag) {
-    case BE_BOOLEAN: return "BE_BOOLEAN";
-    case BE_INTEGER: return "BE_INTEGER";
-    case BE_STRING_CURRENT: return "BE_STRING_CURRENT";
-    case BE_STRING_LEGACY: return "BE_STRING_LEGACY";
-    case BE_NULL: return "BE_NULL";
-    case BE_REAL: return "BE_REAL";
-    case BE_ENUMERATED: return "BE_ENUMERATED";
-    case BE_SEQ_CURRENT: return "BE_SEQ_CURRENT";
-    case BE_SEQ_LEGACY: return "BE_SEQ_LEGACY";
-    case BE_SET_CURRENT: return "BE_SET_CURRENT";
-    case BE_SET_LEGACY: return "BE_SET_LEGACY";
+    case BE_BOOLEAN:
+      return "BE_BOOLEAN";
+    case BE_INTEGER:
+      return "BE_INTEGER";
+    case BE_STRING_CURRENT:
+      return "BE_STRING_CURRENT";
+    case BE_STRING_LEGACY:
+      return "BE_STRING_LEGACY";
+    case BE_NULL:
+      return "BE_NULL";
+    case BE_REAL:
+      return "BE_REAL";
+    case BE_ENUMERATED:
+      return "BE_ENUMERATED";
+    case BE_SEQ_CURRENT:
+      return "BE_SEQ_CURRENT";
+    case BE_SEQ_LEGACY:
+      return "BE_SEQ_LEGACY";
+    case BE_SET_CURRENT:
+      return "BE_SET_CURRENT";
+    case BE_SET_LEGACY:
+      return "BE_SET_LEGACY";
   }
   return std::to_string(tag);
 }

@@ -38,7 +38,9 @@ class BerOutput {
 // An output that collects the bytes in memory.
 class BerBuffer : public BerOutput {
  public:
-  void put(const uint8_t* bytes, size_t n) override { bytes_.insert(bytes_.end(), bytes, bytes + n); }
+  void put(const uint8_t* bytes, size_t n) override {
+    bytes_.insert(bytes_.end(), bytes, bytes + n);
+  }
   const std::vector<uint8_t>& bytes() const { return bytes_; }
 
  private:

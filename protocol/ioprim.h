@@ -107,7 +107,7 @@ class ioprim {
   size_t rsize_ = 0;
   size_t rpos_ = 0;
 
-  int nesting_ = 0;  // Records being read, outermost included.
+  int nesting_ = 0;                    // Records being read, outermost included.
   std::optional<std::string> broken_;  // Why the input can't be read on.
   uint64_t bytes_read_ = 0;
 };

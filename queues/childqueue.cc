@@ -31,8 +31,7 @@ bool valid_queue(int32_t q) { return q >= 0 && q < 23; }
 childqueue* global_queue() { return the_queue; }
 void set_global_queue(childqueue* q) { the_queue = q; }
 
-childqueue::childqueue(io::SiblingMessenger& messenger)
-    : messenger_(messenger), front_(*this) {
+childqueue::childqueue(io::SiblingMessenger& messenger) : messenger_(messenger), front_(*this) {
   set_underlying(&messenger_.some_sibling(), true);
   selector_.add(messenger_.some_sibling(), nullptr);
 }
@@ -128,8 +127,8 @@ std::unique_ptr<event> childqueue::wait_reply(uint32_t request, queue_t peer) {
     ready_ = true;
   }
   auto spent = std::chrono::steady_clock::now() - start;
-  blockings.add(static_cast<uint64_t>(
-      std::chrono::duration_cast<std::chrono::microseconds>(spent).count()));
+  blockings.add(
+      static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::microseconds>(spent).count()));
   if (pending_.empty()) rearm();
   return reply;
 }
@@ -139,7 +138,8 @@ bool childqueue::is_at_end(queue_t q) const { return valid_queue(q) && at_end_[q
 void childqueue::shutdown() { messenger_.initiateShutdown(); }
 
 void childqueue::underlyingIsReady(io::Selectable& s) {
-  TAVREL_ASSERT(&s == &messenger_.some_sibling(), "childqueue::underlyingIsReady got wrong Selectable");
+  TAVREL_ASSERT(&s == &messenger_.some_sibling(),
+                "childqueue::underlyingIsReady got wrong Selectable");
   set_underlying(&s, false);
   ready_ = true;
 }

@@ -28,20 +28,21 @@ constexpr std::array<Factory, kLastEventType + 1> factory_table() {
 
 // Indexed by type index; null where the type has no reader. 195 is read
 // apart (exevent).
-constexpr auto kFactories = factory_table<
-    Sys_Exit_Event, Init_Ok_Event, Log_Request_Event, Server_Configuration_Event,
-    Request_Server_Configuration_Event, Get_Metric_Event, Return_Metric_Error_Event,
-    Return_Metric_Uint64_Event, Return_Metric_Timing_Event, List_Metrics_Event,
-    Return_List_Metrics_Event, Get_Metric_Type_Event, Return_Get_Metric_Type_Event,
-    Tql_Select_Event, Return_Tql_Select_Event,
-    Return_Tql_Select_Patch_Event, Return_Tql_Select_Delete_Patch_Event, Tql_Create_Event,
-    Return_Tql_Create_Event, Tql_Update_Event, Return_Tql_Update_Event, Tql_Delete_Event,
-    Return_Tql_Delete_Event, Tql_Acknowledge_Event, Tql_Forget_Event, Return_Tql_Forget_Event,
-    Tsdb_Get_Data_Event, Return_Tsdb_Get_Data_Event, Tsdb_Put_Data_Event,
-    Return_Tsdb_Put_Data_Event, Return_Tsdb_Merge_Data_Event, Tsdb_Append_Data_Record_Event,
-    Return_Tsdb_Append_Data_Record_Event, Return_Tsdb_Append_Data_Event,
-    Return_Tsdb_Truncate_Old_Data_Event, Schedule_Event_Absolute_Event,
-    Schedule_Event_Relative_Event, Scheduled_Report_Generation_Event>();
+constexpr auto kFactories =
+    factory_table<Sys_Exit_Event, Init_Ok_Event, Log_Request_Event, Server_Configuration_Event,
+                  Request_Server_Configuration_Event, Get_Metric_Event, Return_Metric_Error_Event,
+                  Return_Metric_Uint64_Event, Return_Metric_Timing_Event, List_Metrics_Event,
+                  Return_List_Metrics_Event, Get_Metric_Type_Event, Return_Get_Metric_Type_Event,
+                  Tql_Select_Event, Return_Tql_Select_Event, Return_Tql_Select_Patch_Event,
+                  Return_Tql_Select_Delete_Patch_Event, Tql_Create_Event, Return_Tql_Create_Event,
+                  Tql_Update_Event, Return_Tql_Update_Event, Tql_Delete_Event,
+                  Return_Tql_Delete_Event, Tql_Acknowledge_Event, Tql_Forget_Event,
+                  Return_Tql_Forget_Event, Tsdb_Get_Data_Event, Return_Tsdb_Get_Data_Event,
+                  Tsdb_Put_Data_Event, Return_Tsdb_Put_Data_Event, Return_Tsdb_Merge_Data_Event,
+                  Tsdb_Append_Data_Record_Event, Return_Tsdb_Append_Data_Record_Event,
+                  Return_Tsdb_Append_Data_Event, Return_Tsdb_Truncate_Old_Data_Event,
+                  Schedule_Event_Absolute_Event, Schedule_Event_Relative_Event,
+                  Scheduled_Report_Generation_Event>();
 
 UnknownEventPolicy g_policy = UnknownEventPolicy::kFatal;
 

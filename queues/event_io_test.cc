@@ -98,12 +98,13 @@ TEST(EventIoTest, EveryEventWithAReaderRoundTrips) {
   Return_Get_Metric_Type_Event type(main, 19, {"time", "us", "Time spent", 3});
 
   std::vector<const event*> all = {
-      &select,  &data,         &schedule, &relative,     &config,    &sys_exit, &init_ok, &log,
-      &request, &create,       &created,  &update,       &updated,   &del,      &deleted, &selected,
-      &patch,   &delete_patch, &ack,      &forget,       &forgotten, &get,      &put,     &put_done,
-      &merged,  &append,       &appended, &appended_all, &truncated, &failure,
+      &select,     &data,         &schedule,     &relative,      &config,       &sys_exit,
+      &init_ok,    &log,          &request,      &create,        &created,      &update,
+      &updated,    &del,          &deleted,      &selected,      &patch,        &delete_patch,
+      &ack,        &forget,       &forgotten,    &get,           &put,          &put_done,
+      &merged,     &append,       &appended,     &appended_all,  &truncated,    &failure,
       &get_metric, &metric_error, &metric_count, &metric_timing, &list_metrics, &listed,
-      &get_type, &type};
+      &get_type,   &type};
   auto back = round_trip(all);
   ASSERT_EQ(all.size(), back.size());
   for (size_t i = 0; i < all.size(); ++i) {
@@ -232,8 +233,8 @@ TEST(EventIoTest, NestingAtTheBoundReadsDeeperBreaksTheStream) {
   std::unique_ptr<event> ok = read_event(prim);
   EXPECT_TRUE(ok->equals(chainReply(at_bound)));
 
-  const std::string deeper = "fdio: records nested deeper than " +
-                             std::to_string(ioprim::kMaxNesting);
+  const std::string deeper =
+      "fdio: records nested deeper than " + std::to_string(ioprim::kMaxNesting);
   try {
     read_event(prim);
     ADD_FAILURE() << "no exception for the deeper reply";

@@ -13,8 +13,8 @@ class ReplyEvent : public meter::MetricReply {
   explicit ReplyEvent(const event& request) : request_(request) {}
 
   void uint64Value(uint64_t value) override {
-    answer = std::make_unique<Return_Metric_Uint64_Event>(request_.dest, request_.inresponse,
-                                                          value);
+    answer =
+        std::make_unique<Return_Metric_Uint64_Event>(request_.dest, request_.inresponse, value);
   }
   void timingValue(uint64_t n, uint64_t min, uint64_t max, uint64_t sum,
                    uint64_t sum_squares) override {

@@ -50,17 +50,18 @@ class MeteringTest : public ::testing::Test {
 TEST_F(MeteringTest, CountersAndTimingsAnswerWithTheirValues) {
   counter_.increment();
   counter_.increment();
-  EXPECT_EQ(2u, answer<Return_Metric_Uint64_Event>(
-                    Get_Metric_Event(main, 7, {{"testgroup", "count"}})).data);
+  EXPECT_EQ(
+      2u,
+      answer<Return_Metric_Uint64_Event>(Get_Metric_Event(main, 7, {{"testgroup", "count"}})).data);
   const auto& fresh =
       answer<Return_Metric_Timing_Event>(Get_Metric_Event(main, 8, {{"testgroup", "took"}})).data;
   EXPECT_EQ(0u, fresh.n);
   EXPECT_EQ(UINT64_MAX, fresh.min);
   timing_.add(3);
   timing_.add(5);
-  EXPECT_EQ((control::Return_Metric_Timing_Data{2, 3, 5, 8, 34}),
-            answer<Return_Metric_Timing_Event>(
-                Get_Metric_Event(tsdb, 8, {{"testgroup", "took"}})).data);
+  EXPECT_EQ(
+      (control::Return_Metric_Timing_Data{2, 3, 5, 8, 34}),
+      answer<Return_Metric_Timing_Event>(Get_Metric_Event(tsdb, 8, {{"testgroup", "took"}})).data);
 }
 
 TEST_F(MeteringTest, PathsThatNameNoMetricAreUnknown) {
@@ -79,7 +80,8 @@ TEST_F(MeteringTest, TheQueueAndMeteringMetersAreLive) {
 }
 
 TEST_F(MeteringTest, ListAndTypeDescribeTheTree) {
-  const control::Metric_Group& root = answer<Return_List_Metrics_Event>(List_Metrics_Event(main, 4, 0)).data;
+  const control::Metric_Group& root =
+      answer<Return_List_Metrics_Event>(List_Metrics_Event(main, 4, 0)).data;
   EXPECT_EQ("", root.name);
   const control::Metric_Group* mine = nullptr;
   for (const auto& g : root.groups) {
@@ -93,11 +95,13 @@ TEST_F(MeteringTest, ListAndTypeDescribeTheTree) {
   EXPECT_EQ((control::Metric{"took", "us", "time taken", 3}), mine->metrics[1]);
   EXPECT_EQ("refusing", mine->metrics[2].name);
 
-  EXPECT_EQ((control::Metric{"took", "us", "time taken", 3}),
-            answer<Return_Get_Metric_Type_Event>(
-                Get_Metric_Type_Event(main, 5, {{"testgroup", "took"}})).data);
-  EXPECT_EQ("Unknown metric", answer<Return_Metric_Error_Event>(
-                                  Get_Metric_Type_Event(main, 6, {{"testgroup"}})).data);
+  EXPECT_EQ(
+      (control::Metric{"took", "us", "time taken", 3}),
+      answer<Return_Get_Metric_Type_Event>(Get_Metric_Type_Event(main, 5, {{"testgroup", "took"}}))
+          .data);
+  EXPECT_EQ(
+      "Unknown metric",
+      answer<Return_Metric_Error_Event>(Get_Metric_Type_Event(main, 6, {{"testgroup"}})).data);
 }
 
 TEST_F(MeteringTest, OtherEventsAreNotTaken) {

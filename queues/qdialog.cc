@@ -12,8 +12,7 @@ namespace {
 // the reply record's name for the end-of-stream text.
 template <class Req, class Rep>
 typename Rep::record_type dialog(childqueue* q, queue_t peer,
-                                 const typename Req::record_type& record,
-                                 const char* reply_name) {
+                                 const typename Req::record_type& record, const char* reply_name) {
   TAVREL_ASSERT(q != nullptr, "No cqueue for qdialog");
   uint32_t number = q->new_request_number();
   q->send(Req(peer, number, record));
@@ -31,8 +30,8 @@ typename Rep::record_type dialog(childqueue* q, queue_t peer,
     throw errors::remote_error(failure->text);
   }
   assertion_failed("Dialog to " + queue_name(peer) + ", sent " + event_name(Req::kType) +
-                   " expected " + event_name(Rep::kType) + " got " +
-                   event_name(reply->type_index) + " uid=" + std::to_string(number));
+                   " expected " + event_name(Rep::kType) + " got " + event_name(reply->type_index) +
+                   " uid=" + std::to_string(number));
 }
 
 }  // namespace

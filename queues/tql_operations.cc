@@ -39,17 +39,19 @@ std::unique_ptr<patch_t> get_object(const id_t& id, int32_t class_, queues::chil
 
 std::unique_ptr<property_t> get_property(const id_t& id, int32_t class_, int32_t property,
                                          queues::childqueue& queue) {
-  std::unique_ptr<patch_t> object = select_one(id, make_pattern(class_, std::set<int32_t>{property}, 0), 0, queue);
+  std::unique_ptr<patch_t> object =
+      select_one(id, make_pattern(class_, std::set<int32_t>{property}, 0), 0, queue);
   if (!object) throw errors::tql(errors::tql::kNoMatch);
   const property_t* found = object->find_property(property);
   if (!found) {
-    throw errors::tql(errors::tql::kNoSuchProperty, "Property not found " + property_name(property));
+    throw errors::tql(errors::tql::kNoSuchProperty,
+                      "Property not found " + property_name(property));
   }
   return found->clone();
 }
 
-created_t create_object(const id_t& parent, int32_t class_,
-                        std::vector<property_ptr> properties, int32_t flags) {
+created_t create_object(const id_t& parent, int32_t class_, std::vector<property_ptr> properties,
+                        int32_t flags) {
   dbms::Tql_Create_Data request;
   request.parent_id = parent;
   request.class_ = class_;

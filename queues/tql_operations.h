@@ -41,8 +41,8 @@ struct created_t {
   version_t new_version;
   int32_t status = 0;
 };
-created_t create_object(const id_t& parent, int32_t class_,
-                        std::vector<property_ptr> properties, int32_t flags);
+created_t create_object(const id_t& parent, int32_t class_, std::vector<property_ptr> properties,
+                        int32_t flags);
 
 struct updated_t {
   version_t new_version;

@@ -31,8 +31,8 @@ dbms::Return_TSDB_Get_Data_Data read_series(const tql::id_t& owner, int32_t inde
 }
 
 bool is_chart_series(int32_t data_type) {
-  return data_type == tsdb::kUptime || data_type == tsdb::kEnum ||
-         data_type == tsdb::kContinuous || data_type == tsdb::kAccumulation;
+  return data_type == tsdb::kUptime || data_type == tsdb::kEnum || data_type == tsdb::kContinuous ||
+         data_type == tsdb::kAccumulation;
 }
 
 }  // namespace

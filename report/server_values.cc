@@ -65,18 +65,19 @@ std::string origin_of(const tql::patch_t& object) {
 }
 
 void sort_by_order(std::vector<tql::patch_t>& objects) {
-  std::stable_sort(objects.begin(), objects.end(), [](const tql::patch_t& a, const tql::patch_t& b) {
-    return order_before(order_of(a), order_of(b));
-  });
+  std::stable_sort(objects.begin(), objects.end(),
+                   [](const tql::patch_t& a, const tql::patch_t& b) {
+                     return order_before(order_of(a), order_of(b));
+                   });
 }
 
 void sort_folders(std::vector<tql::patch_t>& folders) {
   auto key = [](const tql::patch_t& f) {
     return FolderKey{folder_type_of(f).value_or(0), text_of(f, schema::kName)};
   };
-  std::stable_sort(folders.begin(), folders.end(), [&](const tql::patch_t& a, const tql::patch_t& b) {
-    return folder_before(key(a), key(b));
-  });
+  std::stable_sort(
+      folders.begin(), folders.end(),
+      [&](const tql::patch_t& a, const tql::patch_t& b) { return folder_before(key(a), key(b)); });
 }
 
 zone_t zone_of(const tql::patch_t& report) {

@@ -28,9 +28,10 @@ tql::patch_t with(tql::patch_t p, int32_t number, typename tql::kind_traits<K>::
 }
 
 tql::patch_t folder(uint32_t id, uint32_t type, const std::string& name) {
-  return with<tql::kind::kString>(with<tql::kind::kEnum>(object(schema::kReportResultFolder, id), schema::kFolderType,
-                          {schema::kFolderTypeEnum, type}),
-                 schema::kName, name);
+  return with<tql::kind::kString>(
+      with<tql::kind::kEnum>(object(schema::kReportResultFolder, id), schema::kFolderType,
+                             {schema::kFolderTypeEnum, type}),
+      schema::kName, name);
 }
 
 tql::patch_t ordered(uint32_t id, std::optional<uint32_t> order) {
@@ -54,19 +55,25 @@ int32_t tql_code(const std::function<void()>& f) {
 }
 
 TEST(StoredValuesTest, TextsAreEmptyWhenMissingOrNullAndRefuseOtherKinds) {
-  tql::patch_t row = with<tql::kind::kString>(object(schema::kReportResultRow, 1), schema::kName, "Availability");
+  tql::patch_t row =
+      with<tql::kind::kString>(object(schema::kReportResultRow, 1), schema::kName, "Availability");
   EXPECT_EQ("Availability", text_of(row, schema::kName));
   EXPECT_EQ("", text_of(row, schema::kComment));
-  EXPECT_EQ("", text_of(with<tql::kind::kString>(row, schema::kComment, "x", true), schema::kComment));
-  EXPECT_EQ(9, tql_code([&] { text_of(with<tql::kind::kUint>(row, schema::kText, 5), schema::kText); }));
+  EXPECT_EQ("",
+            text_of(with<tql::kind::kString>(row, schema::kComment, "x", true), schema::kComment));
+  EXPECT_EQ(
+      9, tql_code([&] { text_of(with<tql::kind::kUint>(row, schema::kText, 5), schema::kText); }));
 }
 
 TEST(StoredValuesTest, OriginIsTheReferencedIdOrEmpty) {
   tql::patch_t row = object(schema::kReportResultRow, 1);
   EXPECT_EQ("", origin_of(row));
-  EXPECT_EQ("", origin_of(with<tql::kind::kObject>(row, schema::kOriginNode, {tql::id_t{0, 1, 7}, {}}, true)));
-  EXPECT_EQ("0.1.7", origin_of(with<tql::kind::kObject>(row, schema::kOriginNode, {tql::id_t{0, 1, 7}, {}})));
-  EXPECT_EQ(9, tql_code([&] { origin_of(with<tql::kind::kString>(row, schema::kOriginNode, "0.1.7")); }));
+  EXPECT_EQ("", origin_of(with<tql::kind::kObject>(row, schema::kOriginNode,
+                                                   {tql::id_t{0, 1, 7}, {}}, true)));
+  EXPECT_EQ("0.1.7", origin_of(with<tql::kind::kObject>(row, schema::kOriginNode,
+                                                        {tql::id_t{0, 1, 7}, {}})));
+  EXPECT_EQ(
+      9, tql_code([&] { origin_of(with<tql::kind::kString>(row, schema::kOriginNode, "0.1.7")); }));
 }
 
 TEST(StoredValuesTest, FlagsAreBooleansOrNonZeroNumbers) {
@@ -83,33 +90,40 @@ TEST(StoredValuesTest, FlagsAreBooleansOrNonZeroNumbers) {
 
 TEST(StoredValuesTest, TimesAreDatesOrNumbersAndNullReadsAsZero) {
   tql::patch_t i = object(schema::kReportInstance, 1);
-  EXPECT_EQ(1700000000,
-            seconds_of(with<tql::kind::kDate>(i, schema::kStartTime, 1700000000), schema::kStartTime));
-  EXPECT_EQ(86400, seconds_of(with<tql::kind::kUint>(i, schema::kDuration, 86400), schema::kDuration));
-  EXPECT_EQ(0, seconds_of(with<tql::kind::kDate>(i, schema::kGenerated, 5, true), schema::kGenerated));
+  EXPECT_EQ(1700000000, seconds_of(with<tql::kind::kDate>(i, schema::kStartTime, 1700000000),
+                                   schema::kStartTime));
+  EXPECT_EQ(86400,
+            seconds_of(with<tql::kind::kUint>(i, schema::kDuration, 86400), schema::kDuration));
+  EXPECT_EQ(0,
+            seconds_of(with<tql::kind::kDate>(i, schema::kGenerated, 5, true), schema::kGenerated));
   EXPECT_EQ(errors::tql::kRequiredMissing, tql_code([&] { seconds_of(i, schema::kStartTime); }));
-  EXPECT_EQ(
-      9, tql_code([&] { seconds_of(with<tql::kind::kString>(i, schema::kStartTime, "now"), schema::kStartTime); }));
+  EXPECT_EQ(9, tql_code([&] {
+              seconds_of(with<tql::kind::kString>(i, schema::kStartTime, "now"),
+                         schema::kStartTime);
+            }));
 }
 
 TEST(StoredValuesTest, FolderTypeIsAnEnumOfItsOwnType) {
   EXPECT_EQ(2u, folder_type_of(folder(1, 2, "d")));
   // Only the low 17 bits of the enumeration number count.
-  EXPECT_EQ(4u, folder_type_of(with<tql::kind::kEnum>(object(schema::kReportResultFolder, 1), schema::kFolderType,
-                                        {schema::kFolderTypeEnum | 0x20000, 4})));
+  EXPECT_EQ(4u, folder_type_of(with<tql::kind::kEnum>(object(schema::kReportResultFolder, 1),
+                                                      schema::kFolderType,
+                                                      {schema::kFolderTypeEnum | 0x20000, 4})));
   EXPECT_EQ(std::nullopt, folder_type_of(object(schema::kReportResultFolder, 1)));
-  EXPECT_EQ(std::nullopt, folder_type_of(with<tql::kind::kEnum>(object(schema::kReportResultFolder, 1),
-                                                  schema::kFolderType, {0x10016, 1})));
-  EXPECT_EQ(std::nullopt, folder_type_of(with<tql::kind::kUint>(object(schema::kReportResultFolder, 1),
-                                                  schema::kFolderType, 1)));
   EXPECT_EQ(std::nullopt,
-            folder_type_of(with<tql::kind::kEnum>(object(schema::kReportResultFolder, 1), schema::kFolderType,
-                                    {schema::kFolderTypeEnum, 1}, true)));
+            folder_type_of(with<tql::kind::kEnum>(object(schema::kReportResultFolder, 1),
+                                                  schema::kFolderType, {0x10016, 1})));
+  EXPECT_EQ(std::nullopt, folder_type_of(with<tql::kind::kUint>(
+                              object(schema::kReportResultFolder, 1), schema::kFolderType, 1)));
+  EXPECT_EQ(std::nullopt, folder_type_of(with<tql::kind::kEnum>(
+                              object(schema::kReportResultFolder, 1), schema::kFolderType,
+                              {schema::kFolderTypeEnum, 1}, true)));
 }
 
 TEST(StoredSortTest, DisplayOrderPutsItemsWithoutCounterFirstAndKeepsTies) {
-  std::vector<tql::patch_t> items{ordered(1, 30), ordered(2, 10), ordered(3, std::nullopt),
-                                  ordered(4, 20), ordered(5, std::nullopt), ordered(6, 10)};
+  std::vector<tql::patch_t> items{ordered(1, 30),           ordered(2, 10),
+                                  ordered(3, std::nullopt), ordered(4, 20),
+                                  ordered(5, std::nullopt), ordered(6, 10)};
   // A counter of another kind counts as none.
   items.push_back(with<tql::kind::kInt>(object(schema::kReportResultRow, 7), schema::kOrder, 5));
   sort_by_order(items);
@@ -117,9 +131,9 @@ TEST(StoredSortTest, DisplayOrderPutsItemsWithoutCounterFirstAndKeepsTies) {
 }
 
 TEST(StoredSortTest, FoldersByTypeThenNaturalNameThenExactName) {
-  std::vector<tql::patch_t> folders{folder(1, 2, "node10"), folder(2, 1, "zeta"),
-                                    folder(3, 2, "Node2"),  folder(4, 2, "node2"),
-                                    folder(5, 3, "8"),      folder(6, 3, "007"),
+  std::vector<tql::patch_t> folders{folder(1, 2, "node10"),     folder(2, 1, "zeta"),
+                                    folder(3, 2, "Node2"),      folder(4, 2, "node2"),
+                                    folder(5, 3, "8"),          folder(6, 3, "007"),
                                     folder(7, 0, "Explanation")};
   sort_folders(folders);
   // Type 0, then 1; among the domains "Node2" and "node2" differ only in
@@ -128,8 +142,8 @@ TEST(StoredSortTest, FoldersByTypeThenNaturalNameThenExactName) {
 }
 
 tsdb::interval_ptr incident(uint32_t sev, const std::string& msg, int64_t time) {
-  return tsdb::interval_ptr(std::make_unique<tsdb::data_interval_incident_t>(
-      tsdb::incident_fields{sev, msg, time}));
+  return tsdb::interval_ptr(
+      std::make_unique<tsdb::data_interval_incident_t>(tsdb::incident_fields{sev, msg, time}));
 }
 
 TEST(IncidentCursorTest, EmptyLogEndsAtOnce) {
@@ -153,10 +167,9 @@ TEST(IncidentCursorTest, StepsThroughEveryEntryAndStaysAtTheEnd) {
 }
 
 TEST(IncidentCursorTest, ARecordThatIsNoIncidentEndsTheLog) {
-  IncidentCursor cursor(
-      {incident(2, "slow", 100),
-       tsdb::interval_ptr(std::make_unique<tsdb::data_interval_continuous_t>()),
-       incident(1, "never shown", 300)});
+  IncidentCursor cursor({incident(2, "slow", 100),
+                         tsdb::interval_ptr(std::make_unique<tsdb::data_interval_continuous_t>()),
+                         incident(1, "never shown", 300)});
   EXPECT_TRUE(cursor.next());
   EXPECT_FALSE(cursor.next());
   EXPECT_FALSE(cursor.next());
@@ -177,8 +190,9 @@ TEST(ServerItemsTest, ItemsAreMadeByClassAndUnknownClassesRefused) {
 }
 
 TEST(ServerItemsTest, AGraphCloneIsIndependentOfItsOriginal) {
-  auto original = std::make_unique<ServerReportGraph>(
-      with<tql::kind::kBoolean>(with<tql::kind::kString>(object(schema::kReportResultGraph, 9), schema::kName, "CPU"), 3006, true));
+  auto original = std::make_unique<ServerReportGraph>(with<tql::kind::kBoolean>(
+      with<tql::kind::kString>(object(schema::kReportResultGraph, 9), schema::kName, "CPU"), 3006,
+      true));
   std::unique_ptr<ReportGraph> copy = original->clone();
   original.reset();
   std::string name, anchor;

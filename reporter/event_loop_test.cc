@@ -46,7 +46,9 @@ class PortRecorder : public ReporterPort {
     calls.push_back("generate " + report.text() + " v" + std::to_string(version.first) + " " +
                     std::to_string(time));
   }
-  void delete_surplus(const tql::id_t& report) override { calls.push_back("surplus " + report.text()); }
+  void delete_surplus(const tql::id_t& report) override {
+    calls.push_back("surplus " + report.text());
+  }
   void forget(uint32_t request) override { calls.push_back("forget " + std::to_string(request)); }
   void shutdown() override { calls.push_back("shutdown"); }
 
@@ -72,7 +74,9 @@ queues::Return_Tql_Select_Event reply(uint32_t request, size_t results, int32_t 
   return queues::Return_Tql_Select_Event(queues::dbms, request, std::move(data));
 }
 
-queues::Get_Metric_Event metric() { return queues::Get_Metric_Event(queues::main, 9, {{"metering", "time"}}); }
+queues::Get_Metric_Event metric() {
+  return queues::Get_Metric_Event(queues::main, 9, {{"metering", "time"}});
+}
 
 std::vector<std::string> run(PortRecorder& r) {
   EventLoop loop(r, kReports, kMailing);
@@ -87,13 +91,15 @@ TEST(EventLoop, ReportRepliesAreTreatedThenAcknowledgedMailRepliesGoToMailing) {
   r.add(reply(kReports, 1));
   r.add(reply(kReports, 0));  // nothing to treat, still acknowledged
   r.add(metric());
-  EXPECT_EQ((std::vector<std::string>{"mail 3 for 2/2", "treat 0.1", "ack 1", "ack 1", "metric"}), run(r));
+  EXPECT_EQ((std::vector<std::string>{"mail 3 for 2/2", "treat 0.1", "ack 1", "ack 1", "metric"}),
+            run(r));
 }
 
 TEST(EventLoop, ScheduledGenerationThenSurplusDeletion) {
   PortRecorder r;
   r.add(queues::Scheduled_Report_Generation_Event(
-      queues::rept, 0, reporter::Scheduled_Report_Generation_Data{tql::id_t{0, 1, 5}, {7, 1}, 1700000000}));
+      queues::rept, 0,
+      reporter::Scheduled_Report_Generation_Data{tql::id_t{0, 1, 5}, {7, 1}, 1700000000}));
   EXPECT_EQ((std::vector<std::string>{"generate 0.1.5 v7 1700000000", "surplus 0.1.5"}), run(r));
 }
 

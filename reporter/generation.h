@@ -10,8 +10,7 @@
 // report was produced (the report is gone, its version is no longer
 // `report_version`, or the generation failed; the report's incident series
 // tells which). Only the failure handler's own database errors leave it.
-tql::id_t generate_report(tql::id_t report_id, tql::version_t report_version,
-                          TimeValue order_time);
+tql::id_t generate_report(tql::id_t report_id, tql::version_t report_version, TimeValue order_time);
 
 // What one call of generate_report came to.
 struct GenerationOutcome {

@@ -23,8 +23,8 @@ TEST(DestinationAddresses, StringStringListNullAndAbsent) {
   EXPECT_EQ((Addresses{"a@x", "b@y"}), destinationAddresses(report));
   report.properties[schema::kDestination]->is_null = true;
   EXPECT_EQ(Addresses{}, destinationAddresses(report));
-  report.set_property(
-      tql::make_property<tql::kind::kStringList>(schema::kDestination, std::list<std::string>{"a@x;b@y", "c@z"}));
+  report.set_property(tql::make_property<tql::kind::kStringList>(
+      schema::kDestination, std::list<std::string>{"a@x;b@y", "c@z"}));
   EXPECT_EQ((Addresses{"a@x", "b@y", "c@z"}), destinationAddresses(report));
 }
 

@@ -8,11 +8,12 @@
 #include "tql/property.h"
 #include "tql/schema.h"
 
-void GenerationMailJob::leave(const tql::id_t& instance, const std::vector<std::string>& addresses) {
+void GenerationMailJob::leave(const tql::id_t& instance,
+                              const std::vector<std::string>& addresses) {
   if (addresses.empty()) return;
   std::vector<tql::property_ptr> p;
-  p.emplace_back(tql::make_property<tql::kind::kStringList>(schema::kDestination,
-                                       std::list<std::string>(addresses.begin(), addresses.end())));
+  p.emplace_back(tql::make_property<tql::kind::kStringList>(
+      schema::kDestination, std::list<std::string>(addresses.begin(), addresses.end())));
   const tql::created_t job = tql::create_object(instance, schema::kReportSendTo, std::move(p), 0);
   id_ = job.new_id;
   version_ = job.new_version;

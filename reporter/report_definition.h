@@ -10,10 +10,10 @@
 #include "tql/patch.h"
 
 struct ReportDefinition {
-  std::unique_ptr<tql::patch_t> tree;        // The path from the root domain; owns the rest.
-  const tql::patch_t* report = nullptr;      // The Report in `tree`.
-  tql::id_t owner_domain;                    // The Domain that holds the Report.
-  std::vector<std::string> domain_path;      // Names of the domains below the root, outermost first.
+  std::unique_ptr<tql::patch_t> tree;    // The path from the root domain; owns the rest.
+  const tql::patch_t* report = nullptr;  // The Report in `tree`.
+  tql::id_t owner_domain;                // The Domain that holds the Report.
+  std::vector<std::string> domain_path;  // Names of the domains below the root, outermost first.
   const tql::patch_t* opening_text = nullptr;  // The nearest ReportText of type 0, or null.
   const tql::patch_t* closing_text = nullptr;  // The nearest ReportText of type 1, or null.
 

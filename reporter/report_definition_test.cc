@@ -16,8 +16,8 @@ tql::patch_t Object(int32_t class_, tql::id_t id, const char* name = nullptr) {
 
 tql::patch_t Text(uint32_t type, const char* comment) {
   tql::patch_t p = Object(schema::kReportText, tql::id_t{0, 1, 99});
-  p.set_property(
-      tql::make_property<tql::kind::kEnum>(schema::kType, tql::enum_value_t{schema::kReportTextTypeEnum, type}));
+  p.set_property(tql::make_property<tql::kind::kEnum>(
+      schema::kType, tql::enum_value_t{schema::kReportTextTypeEnum, type}));
   p.set_property(tql::make_string_property(schema::kComment, comment));
   return p;
 }

@@ -36,7 +36,8 @@ void readSettings(const tql::patch_t& report, ResolvedIssue& options) {
                           flag(report, schema::kAlertScore) || flag(report, schema::kIncludeConfig);
   const uint32_t* level = tql::value_of<tql::property_uint_t>(report, schema::kHideSectionLevel);
   options.hideLevel = level != nullptr ? *level : 0xFFFFFFFF;
-  const double* threshold = tql::value_of<tql::property_real_t>(report, schema::kHideSectionThreshold);
+  const double* threshold =
+      tql::value_of<tql::property_real_t>(report, schema::kHideSectionThreshold);
   options.hideThreshold = threshold != nullptr ? *threshold : 0.0;
   if (log_tracing()) {
     log("Summary: " + std::to_string(options.wantSummary) +
@@ -95,8 +96,7 @@ void calendarPeriod(uint32_t period, const tm_t& tm, int64_t when, ResolvedIssue
 // `startTime`, `duration` or order time, so it is a damaged stored value.
 void checkPeriod(const ResolvedIssue& options) {
   if (options.start < 0) {
-    throw error::EParseError("Report period starts before 1970: " +
-                             std::to_string(options.start));
+    throw error::EParseError("Report period starts before 1970: " + std::to_string(options.start));
   }
   if (options.duration < -options.start) {
     throw error::EParseError("Report period ends before 1970: start " +

@@ -17,13 +17,15 @@ const zone_t kCopenhagen = timeZoneValue(kEnvironmentZone);
 tql::patch_t report() {
   tql::patch_t r;
   r.class_ = 5;
-  r.set_property(tql::make_property<tql::kind::kEnum>(schema::kType, tql::enum_value_t{0x1001e, 1}));
+  r.set_property(
+      tql::make_property<tql::kind::kEnum>(schema::kType, tql::enum_value_t{0x1001e, 1}));
   return r;
 }
 
 tql::patch_t withPeriod(uint32_t period) {
   tql::patch_t r = report();
-  r.set_property(tql::make_property<tql::kind::kEnum>(schema::kPeriod, tql::enum_value_t{0x1000a, period}));
+  r.set_property(
+      tql::make_property<tql::kind::kEnum>(schema::kPeriod, tql::enum_value_t{0x1000a, period}));
   return r;
 }
 
@@ -124,9 +126,10 @@ TEST(ResolvePeriod, PeriodsBeforeTheEpochAreDamagedValues) {
   // Ordered in the first day, week, month and year of 1970 (2 January 1970
   // 12:00 in Copenhagen): each period would start in 1969.
   const int64_t second_of_january = 126000;
-  for (uint32_t p : {kPeriodYesterday, kPeriodLastWeek, kPeriodLastMonth, kPeriodLastYear,
-                     kPeriodLastQuarter}) {
-    EXPECT_EQ(0u, refusal(withPeriod(p), second_of_january).find("Report period starts before 1970: "))
+  for (uint32_t p :
+       {kPeriodYesterday, kPeriodLastWeek, kPeriodLastMonth, kPeriodLastYear, kPeriodLastQuarter}) {
+    EXPECT_EQ(0u,
+              refusal(withPeriod(p), second_of_january).find("Report period starts before 1970: "))
         << "period " << p;
   }
   // Everything up to an order time before 1970.
@@ -150,8 +153,8 @@ TEST(ResolveSettings, DefaultsAndWhatCountsAsTrue) {
   EXPECT_EQ(0.0, issue.hideThreshold);
 
   tql::patch_t r = report();
-  r.set_property(tql::make_boolean_property(332, false));  // formGraph
-  r.set_property(tql::make_property<tql::kind::kUint>(331, 0u));         // formSummary, no boolean
+  r.set_property(tql::make_boolean_property(332, false));         // formGraph
+  r.set_property(tql::make_property<tql::kind::kUint>(331, 0u));  // formSummary, no boolean
   for (int32_t n : {504, 505, 506}) r.set_property(tql::make_boolean_property(n, false));
   r.set_property(tql::make_property<tql::kind::kUint>(337, 2u));
   r.set_property(tql::make_property<tql::kind::kReal>(338, 99.5));

@@ -73,7 +73,8 @@ void run() {
 
     uint32_t report_select_id = queue.new_request_number();
     queue.send(queues::Tql_Select_Event(queues::dbms, report_select_id, report_subscription()));
-    queue.send(queues::Init_Ok_Event(queues::main, 0, {{queues::schd, queues::dbms, queues::tsdb}}));
+    queue.send(
+        queues::Init_Ok_Event(queues::main, 0, {{queues::schd, queues::dbms, queues::tsdb}}));
     uint32_t sendto_select_id = queue.new_request_number();
     queue.send(queues::Tql_Select_Event(queues::dbms, sendto_select_id, mailing_subscription()));
 

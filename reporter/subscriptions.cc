@@ -125,7 +125,8 @@ class ReportTreatment {
       }
       try {
         next = calc_next_generation_time(last_, static_cast<int32_t>(date), time,
-                                         static_cast<int32_t>(frequency), timeZoneValue(kEnvironmentZone));
+                                         static_cast<int32_t>(frequency),
+                                         timeZoneValue(kEnvironmentZone));
       } catch (const error::EParseError& e) {
         log("Cannot schedule report " + report_.id.text() + ": " + e.text());
         return;

@@ -124,7 +124,7 @@ TEST(TreatSubscriptions, ScheduleKindNoneLaysNothingButServesOrders) {
 TEST(TreatSubscriptions, FinishedInstancesSetTheLastTimeAndGetTheirProgressRepaired) {
   tql::patch_t r0 = reportObject();
   r0.children.push_back(instance(10, 0, k1000 - kDay, 50));
-  r0.children.push_back(instance(11, 0, k1000 + kDay));  // progress 100: no write
+  r0.children.push_back(instance(11, 0, k1000 + kDay));                // progress 100: no write
   r0.children.push_back(instance(12, 0, std::nullopt, std::nullopt));  // progress missing
   r0.children.push_back(instance(13, 0, k1000, 99));
   EXPECT_EQ((std::vector<std::string>{"progress 0.1.10 v10 100", "progress 0.1.13 v13 100",
@@ -144,10 +144,10 @@ TEST(TreatSubscriptions, UnfinishedInstancesGoAndDontCount) {
   r0.children.push_back(instance(10, 1, k1000 + 5 * kDay, 40));
   r0.children.push_back(order(20, k1000 + 5 * kDay));  // waits for a later update
   r0.children.push_back(order(21, k1000 - kDay));      // nothing for that time: generated
-  EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "schedule 0.1.5 v7 " + std::to_string(k1000),
-                                      "generate 0.1.5 " + std::to_string(k1000 - kDay),
-                                      "delete 0.1.21"}),
-            calls_for(std::move(r0)));
+  EXPECT_EQ(
+      (std::vector<std::string>{"delete 0.1.10", "schedule 0.1.5 v7 " + std::to_string(k1000),
+                                "generate 0.1.5 " + std::to_string(k1000 - kDay), "delete 0.1.21"}),
+      calls_for(std::move(r0)));
 }
 
 TEST(TreatSubscriptions, ServedOrdersAreDeletedWithoutAGeneration) {
@@ -155,8 +155,7 @@ TEST(TreatSubscriptions, ServedOrdersAreDeletedWithoutAGeneration) {
   r0.children.push_back(instance(10, 0, 1700000000));
   r0.children.push_back(instance(11, 1, 1700000000));  // The first one for the time stays.
   r0.children.push_back(order(20, 1700000000));
-  EXPECT_EQ((std::vector<std::string>{"delete 0.1.11", "delete 0.1.20"}),
-            calls_for(std::move(r0)));
+  EXPECT_EQ((std::vector<std::string>{"delete 0.1.11", "delete 0.1.20"}), calls_for(std::move(r0)));
 }
 
 // Each update serves one order more: an order refused as stale stays, and
@@ -183,18 +182,18 @@ TEST(TreatSubscriptions, RefusedWritesAreSkipped) {
   r0.children.push_back(order(12, 5));
   ActionRecorder r;
   r.fail_id = {0, 1, 10};
-  EXPECT_EQ((std::vector<std::string>{"progress 0.1.11 v11 100", "generate 0.1.5 5",
-                                      "delete 0.1.12"}),
-            walk(domain_with(r0), r));
+  EXPECT_EQ(
+      (std::vector<std::string>{"progress 0.1.11 v11 100", "generate 0.1.5 5", "delete 0.1.12"}),
+      walk(domain_with(r0), r));
   ActionRecorder progress_refused;
   progress_refused.fail_id = {0, 1, 11};
   EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "generate 0.1.5 5", "delete 0.1.12"}),
             walk(domain_with(r0), progress_refused));
   ActionRecorder order_refused;
   order_refused.fail_id = {0, 1, 12};
-  EXPECT_EQ((std::vector<std::string>{"delete 0.1.10", "progress 0.1.11 v11 100",
-                                      "generate 0.1.5 5"}),
-            walk(domain_with(r0), order_refused));
+  EXPECT_EQ(
+      (std::vector<std::string>{"delete 0.1.10", "progress 0.1.11 v11 100", "generate 0.1.5 5"}),
+      walk(domain_with(r0), order_refused));
 }
 
 TEST(TreatSubscriptions, WalksNestedDomainsInOrderAndSkipsOtherClasses) {

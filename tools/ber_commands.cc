@@ -36,8 +36,6 @@ int ber_dump(Args& args) {
 
 }  // namespace
 
-std::vector<Command> ber_commands() {
-  return {{"ber-dump", "[--legacy] < message", ber_dump}};
-}
+std::vector<Command> ber_commands() { return {{"ber-dump", "[--legacy] < message", ber_dump}}; }
 
 }  // namespace tools

@@ -1,11 +1,11 @@
-#include "tools/program_path.h"
-
-#include <climits>
-#include <cstring>
-#include <cerrno>
 #include <unistd.h>
 
+#include <cerrno>
+#include <climits>
+#include <cstring>
+
 #include "base/error.h"
+#include "tools/program_path.h"
 
 namespace tools {
 

@@ -39,20 +39,21 @@ int next_generation_command(Args& args) {
 tql::patch_t periodReport(Args& args) {
   tql::patch_t report;
   report.class_ = 5;
-  report.set_property(
-      tql::make_property<tql::kind::kEnum>(schema::kType, tql::enum_value_t{schema::kReportTypeEnum, 1}));
+  report.set_property(tql::make_property<tql::kind::kEnum>(
+      schema::kType, tql::enum_value_t{schema::kReportTypeEnum, 1}));
   if (const auto period = args.option("--period")) {
     const uint32_t value = static_cast<uint32_t>(Args::to_uint(*period));
-    report.set_property(
-        tql::make_property<tql::kind::kEnum>(schema::kPeriod, tql::enum_value_t{schema::kPeriodEnum, value}));
+    report.set_property(tql::make_property<tql::kind::kEnum>(
+        schema::kPeriod, tql::enum_value_t{schema::kPeriodEnum, value}));
   } else if (const auto start = args.option("--fixed")) {
     auto null = tql::make_property(25);
     null->name = schema::kPeriod;
     null->is_null = true;
     report.set_property(std::move(null));
-    report.set_property(tql::make_property<tql::kind::kDate>(schema::kStartTime, Args::to_int(*start)));
     report.set_property(
-        tql::make_property<tql::kind::kDate>(schema::kDuration, Args::to_int(args.positional("DURATION"))));
+        tql::make_property<tql::kind::kDate>(schema::kStartTime, Args::to_int(*start)));
+    report.set_property(tql::make_property<tql::kind::kDate>(
+        schema::kDuration, Args::to_int(args.positional("DURATION"))));
   }
   return report;
 }

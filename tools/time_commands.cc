@@ -32,7 +32,8 @@ int time2str_command(Args& args) { return print_in_zone(args, time2str); }
 int date2str_command(Args& args) { return print_in_zone(args, date2str); }
 
 int add_month_command(Args& args) {
-  return print_in_zone(args, [](int64_t t, zone_t zone) { return std::to_string(add_month(t, zone)); });
+  return print_in_zone(args,
+                       [](int64_t t, zone_t zone) { return std::to_string(add_month(t, zone)); });
 }
 
 int clock2str_command(Args& args) {

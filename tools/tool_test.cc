@@ -65,7 +65,8 @@ struct Case {
 };
 
 void expectLines(std::initializer_list<Case> cases, const std::string& env = "") {
-  for (const Case& c : cases) EXPECT_EQ(std::string(c.expected) + "\n", line(c.args, env)) << c.args;
+  for (const Case& c : cases)
+    EXPECT_EQ(std::string(c.expected) + "\n", line(c.args, env)) << c.args;
 }
 
 void expectFailures(std::initializer_list<Case> cases) {
@@ -200,8 +201,7 @@ TEST(ToolReporter, NextGenerationAndPeriods) {
   });
   expectFailures({
       {"next-generation --last 5 --date 9 --time 0 --frequency 0", "Unknown schedule kind 9"},
-      {"resolve-period --when 100 --period 7",
-       "Error got unknown period in Report::resolveIssue"},
+      {"resolve-period --when 100 --period 7", "Error got unknown period in Report::resolveIssue"},
       {"next-generation --last 5 --date 1 --time 0", "missing option --frequency"},
   });
 }

@@ -24,8 +24,8 @@ int run_world_check(Args& args) {
 }  // namespace
 
 std::vector<Command> world_commands() {
-  return {{"world-check", "--world FILE  (checks a world file of the stand-in host)",
-           run_world_check}};
+  return {
+      {"world-check", "--world FILE  (checks a world file of the stand-in host)", run_world_check}};
 }
 
 }  // namespace tools

@@ -1,8 +1,8 @@
 // The --zone option shared by the subcommands that work with local time.
 #pragma once
 
-#include "base/zone.h"
 #include "base/args.h"
+#include "base/zone.h"
 
 namespace tools {
 

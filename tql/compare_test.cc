@@ -78,17 +78,23 @@ TEST(CompareTest, StringsDifferingInCaseOnlyRankOne) {
 }
 
 TEST(CompareTest, StringContainsIgnoringCase) {
-  EXPECT_TRUE(prop<kind::kString>("Disk C: Full").compare(kContainsIgnoreCase, prop<kind::kString>("c: f")));
-  EXPECT_FALSE(prop<kind::kString>("Disk").compare(kContainsIgnoreCase, prop<kind::kString>("disks")));
-  EXPECT_THROW(prop<kind::kString>("x", true).compare(kContainsIgnoreCase, prop<kind::kString>("x")),
-               errors::tql_incomparable);
+  EXPECT_TRUE(prop<kind::kString>("Disk C: Full")
+                  .compare(kContainsIgnoreCase, prop<kind::kString>("c: f")));
+  EXPECT_FALSE(
+      prop<kind::kString>("Disk").compare(kContainsIgnoreCase, prop<kind::kString>("disks")));
+  EXPECT_THROW(
+      prop<kind::kString>("x", true).compare(kContainsIgnoreCase, prop<kind::kString>("x")),
+      errors::tql_incomparable);
 }
 
 TEST(CompareTest, ObjectInObjectSet) {
   object_set_t ids{{id_t{0, 1}, {}}, {id_t{0, 2}, {}}};
-  EXPECT_TRUE(prop<kind::kObject>({id_t{0, 2}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids)));
-  EXPECT_FALSE(prop<kind::kObject>({id_t{0, 3}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids)));
-  EXPECT_FALSE(prop<kind::kObject>({id_t{0, 2}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids, true)));
+  EXPECT_TRUE(
+      prop<kind::kObject>({id_t{0, 2}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids)));
+  EXPECT_FALSE(
+      prop<kind::kObject>({id_t{0, 3}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids)));
+  EXPECT_FALSE(
+      prop<kind::kObject>({id_t{0, 2}, {}}).compare(kElementOf, prop<kind::kObjectSet>(ids, true)));
   EXPECT_EQ("Type mismatch, object_set != type of name", [] {
     try {
       prop<kind::kObject>({}).compare(kElementOf, prop<kind::kObject>({}));
@@ -97,7 +103,8 @@ TEST(CompareTest, ObjectInObjectSet) {
     }
     return std::string();
   }());
-  EXPECT_EQ(rank_row(-2), ops(prop<kind::kObject>({id_t{0, 1}, {}}), prop<kind::kObject>({id_t{0, 1, 1}, {}})));
+  EXPECT_EQ(rank_row(-2),
+            ops(prop<kind::kObject>({id_t{0, 1}, {}}), prop<kind::kObject>({id_t{0, 1, 1}, {}})));
 }
 
 TEST(CompareTest, ObjectSetRelations) {
@@ -118,7 +125,8 @@ TEST(CompareTest, ObjectSetRelations) {
   // Other operators: equal sets rank 0, different ones 2 either way round.
   EXPECT_EQ(rank_row(2), ops(a, ab));
   EXPECT_EQ(rank_row(2), ops(ab, a));
-  EXPECT_EQ(rank_row(0), ops(a, prop<kind::kObjectSet>({{id_t{2}, {}}, {id_t{1}, origin_t{{}, {}, 4}}})));
+  EXPECT_EQ(rank_row(0),
+            ops(a, prop<kind::kObjectSet>({{id_t{2}, {}}, {id_t{1}, origin_t{{}, {}, 4}}})));
 }
 
 TEST(CompareTest, SequenceOrders) {
@@ -126,7 +134,8 @@ TEST(CompareTest, SequenceOrders) {
   EXPECT_EQ(rank_row(2), ops(prop<kind::kBlob>("ab"), prop<kind::kBlob>("a")));
   EXPECT_EQ(rank_row(-2), ops(prop<kind::kBlob>("ab"), prop<kind::kBlob>("b")));
   EXPECT_EQ(rank_row(2), ops(prop<kind::kBlob>("\x80"), prop<kind::kBlob>("\x7f")));
-  EXPECT_EQ(rank_row(-2), ops(prop<kind::kStringList>({"a", "b"}), prop<kind::kStringList>({"a", "c"})));
+  EXPECT_EQ(rank_row(-2),
+            ops(prop<kind::kStringList>({"a", "b"}), prop<kind::kStringList>({"a", "c"})));
   EXPECT_EQ(rank_row(2), ops(prop<kind::kStringList>({"a", "b"}), prop<kind::kStringList>({"a"})));
   // GID lists and oids: the length first.
   EXPECT_EQ(rank_row(2), ops(prop<kind::kGidList>({1, 1}), prop<kind::kGidList>({9})));
@@ -136,7 +145,8 @@ TEST(CompareTest, SequenceOrders) {
 TEST(CompareTest, NumbersVersionsAndReals) {
   EXPECT_EQ(rank_row(-2), ops(prop<kind::kVersion>({1, 5}), prop<kind::kVersion>({2, 0})));
   EXPECT_EQ(rank_row(2), ops(prop<kind::kBoolean>(true), prop<kind::kBoolean>(false)));
-  EXPECT_EQ(rank_row(2), ops(prop<kind::kBignum>(BigNum(1) + BigNum(0xffffffff)), prop<kind::kBignum>(BigNum(3))));
+  EXPECT_EQ(rank_row(2), ops(prop<kind::kBignum>(BigNum(1) + BigNum(0xffffffff)),
+                             prop<kind::kBignum>(BigNum(3))));
   EXPECT_EQ(rank_row(-2), ops(prop<kind::kDate>(-1), prop<kind::kDate>(0)));
   EXPECT_EQ(rank_row(0), ops(prop<kind::kReal>(0.5), prop<kind::kReal>(0.5)));
   EXPECT_FALSE(prop<kind::kReal>(std::nan("")).compare(kEqual, prop<kind::kReal>(1.0)));
@@ -147,20 +157,26 @@ TEST(CompareTest, EnumsCompareWithinOneEnumeration) {
   EXPECT_EQ(rank_row(-2), ops(prop<kind::kEnum>({7, 1}), prop<kind::kEnum>({7, 2})));
   EXPECT_EQ("Type mismatch, enum (7) != enum (8) of name",
             mismatch_text(prop<kind::kEnum>({7, 1}), prop<kind::kEnum>({8, 1})));
-  EXPECT_EQ("Type mismatch, int != type of name", mismatch_text(prop<kind::kEnum>({7, 1}), prop<kind::kInt>(1)));
-  EXPECT_EQ("Type mismatch, int != type of name", mismatch_text(prop<kind::kInt>(1), prop<kind::kEnum>({7, 1})));
+  EXPECT_EQ("Type mismatch, int != type of name",
+            mismatch_text(prop<kind::kEnum>({7, 1}), prop<kind::kInt>(1)));
+  EXPECT_EQ("Type mismatch, int != type of name",
+            mismatch_text(prop<kind::kInt>(1), prop<kind::kEnum>({7, 1})));
 }
 
 TEST(CompareTest, MismatchTextsNameTheKindAndTheOtherProperty) {
   auto other = prop<kind::kString>("x");
   other.name = 54;
   EXPECT_EQ("Type mismatch, uint != type of longLabel", mismatch_text(prop<kind::kUint>(1), other));
-  EXPECT_EQ("Type mismatch, GIDList != type of longLabel", mismatch_text(prop<kind::kOid>({}), other));
+  EXPECT_EQ("Type mismatch, GIDList != type of longLabel",
+            mismatch_text(prop<kind::kOid>({}), other));
   EXPECT_EQ("Type mismatch, GID != type of longLabel", mismatch_text(prop<kind::kGid>(1), other));
   EXPECT_EQ("no exception", mismatch_text(other, prop<kind::kString>("y")));
-  EXPECT_EQ("Type mismatch, string != type of name", mismatch_text(prop<kind::kString>("x"), prop<kind::kBlob>("x")));
-  EXPECT_EQ("Type mismatch, action != type of name", mismatch_text(prop<kind::kAction>(1), prop<kind::kInt>(1)));
-  EXPECT_EQ("Type mismatch, lob != type of name", mismatch_text(prop<kind::kLob>(""), prop<kind::kBlob>("")));
+  EXPECT_EQ("Type mismatch, string != type of name",
+            mismatch_text(prop<kind::kString>("x"), prop<kind::kBlob>("x")));
+  EXPECT_EQ("Type mismatch, action != type of name",
+            mismatch_text(prop<kind::kAction>(1), prop<kind::kInt>(1)));
+  EXPECT_EQ("Type mismatch, lob != type of name",
+            mismatch_text(prop<kind::kLob>(""), prop<kind::kBlob>("")));
 }
 
 }  // namespace

@@ -27,7 +27,9 @@ const property_kind_t<K>& as_kind(const property_t& p) {
 
 void decode_string(const property_t& p, std::string& out) { out = as_kind<kind::kString>(p).value; }
 void decode_object(const property_t& p, id_t& out) { out = as_kind<kind::kObject>(p).value.id; }
-void decode_object_set(const property_t& p, object_set_t& out) { out = as_kind<kind::kObjectSet>(p).value; }
+void decode_object_set(const property_t& p, object_set_t& out) {
+  out = as_kind<kind::kObjectSet>(p).value;
+}
 void decode_real(const property_t& p, double& out) { out = as_kind<kind::kReal>(p).value; }
 void decode_date(const property_t& p, int64_t& out) { out = as_kind<kind::kDate>(p).value; }
 void decode_uint(const property_t& p, uint32_t& out) { out = as_kind<kind::kUint>(p).value; }

@@ -53,7 +53,9 @@ int kind_traits<kind::kString>::rank(const value_type& a, const value_type& b) {
   return bytes < 0 ? -1 : 1;
 }
 
-void kind_traits<kind::kStringList>::text(const value_type& v, std::string& out) { out = joined(v, quoted); }
+void kind_traits<kind::kStringList>::text(const value_type& v, std::string& out) {
+  out = joined(v, quoted);
+}
 
 void kind_traits<kind::kObjectSet>::text(const value_type& v, std::string& out) {
   out = "{" + joined(v, [](const auto& e) { return quoted(e.first.text()); }) + "}";
@@ -68,9 +70,13 @@ int kind_traits<kind::kObjectSet>::rank(const value_type& a, const value_type& b
   return 0;
 }
 
-void kind_traits<kind::kObject>::text(const value_type& v, std::string& out) { out = quoted(v.id.text()); }
+void kind_traits<kind::kObject>::text(const value_type& v, std::string& out) {
+  out = quoted(v.id.text());
+}
 
-void kind_traits<kind::kVersion>::text(const value_type& v, std::string& out) { out = quoted(v.text()); }
+void kind_traits<kind::kVersion>::text(const value_type& v, std::string& out) {
+  out = quoted(v.text());
+}
 
 void kind_traits<kind::kReal>::text(const value_type& v, std::string& out) {
   if (std::isnan(v)) {

@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "base/args.h"
 #include "base/error.h"
 #include "base/log.h"
 #include "base/meter.h"
@@ -32,7 +33,6 @@
 #include "report/text_renderer.h"
 #include "resource/collection.h"
 #include "resource/resource_error.h"
-#include "base/args.h"
 #include "tools/reader/image_files.h"
 #include "tools/reader/outline.h"
 
@@ -72,9 +72,8 @@ void read(const std::vector<std::string>& args) {
   }
   if (mode != "html") throw error::EParseError("unknown mode " + mode);
   if (args.size() < 4) throw error::EParseError("no image directory given");
-  resource::resources().set_directory(args.size() > 4
-                                          ? args[4]
-                                          : queues::server_configuration().resource_directory);
+  resource::resources().set_directory(
+      args.size() > 4 ? args[4] : queues::server_configuration().resource_directory);
   tools::FileImageGenerator images(args[3], instance.start(),
                                    instance.start() + instance.duration(), zone);
   report::render_report_html(std::cout, instance, style_block(), images, zone);

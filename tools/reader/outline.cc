@@ -9,21 +9,31 @@ namespace {
 
 const char* folder_word(uint32_t type) {
   switch (type) {
-    case schema::kFolderExplanation: return "explanation";
-    case schema::kFolderNode: return "node";
-    case schema::kFolderDomain: return "domain";
-    case schema::kFolderCheck: return "check";
-    case schema::kFolderSubSection: return "section";
-    default: return nullptr;
+    case schema::kFolderExplanation:
+      return "explanation";
+    case schema::kFolderNode:
+      return "node";
+    case schema::kFolderDomain:
+      return "domain";
+    case schema::kFolderCheck:
+      return "check";
+    case schema::kFolderSubSection:
+      return "section";
+    default:
+      return nullptr;
   }
 }
 
 const char* severity_word(uint32_t severity) {
   switch (severity) {
-    case report::kSeverityOk: return "ok";
-    case report::kSeverityWarning: return "warning";
-    case report::kSeverityAlert: return "alert";
-    default: return nullptr;
+    case report::kSeverityOk:
+      return "ok";
+    case report::kSeverityWarning:
+      return "warning";
+    case report::kSeverityAlert:
+      return "alert";
+    default:
+      return nullptr;
   }
 }
 
@@ -163,11 +173,21 @@ std::string quote_line(const std::string& text) {
   for (char c : text) {
     unsigned char u = static_cast<unsigned char>(c);
     switch (c) {
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
       default:
         if (u < 0x20 || u == 0x7f) {
           char hex[8];
