@@ -126,9 +126,11 @@ def _log_tail(log_file, n=40):
 class Completed:
     """What a finished run gives back."""
 
-    def __init__(self, code, stdout, stderr):
+    def __init__(self, code, stdout, stderr, stdout_bytes=b"", stderr_bytes=b""):
         self.code, self.returncode = code, code
         self.stdout, self.stderr = stdout, stderr
+        # The same as sent, for output compared byte for byte.
+        self.stdout_bytes, self.stderr_bytes = stdout_bytes, stderr_bytes
 
 
 class HostRun:
@@ -148,7 +150,7 @@ class HostRun:
         self.started = time.monotonic()
         self.proc = subprocess.Popen(self.args, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                                      env=self.env)
-        self._out, self._err = [], []
+        self._out, self._err, self._raw = [], [], []
         self._readers = [threading.Thread(target=self._read_out),
                          threading.Thread(target=lambda: self._err.append(self.proc.stderr.read()))]
         for t in self._readers:
@@ -157,6 +159,7 @@ class HostRun:
 
     def _read_out(self):
         for raw in self.proc.stdout:
+            self._raw.append(raw)
             line = raw.decode("utf-8", "replace")
             self._out.append(line)
             if self.on_line:
@@ -174,8 +177,9 @@ class HostRun:
         except subprocess.TimeoutExpired:
             self._hang()
         self._join_readers()
-        err = self._err[0].decode("utf-8", "replace") if self._err else ""
-        return Completed(code, "".join(self._out), err)
+        raw_err = self._err[0] if self._err else b""
+        return Completed(code, "".join(self._out), raw_err.decode("utf-8", "replace"),
+                         b"".join(self._raw), raw_err)
 
     def _join_readers(self):
         for t in self._readers:
@@ -185,7 +189,7 @@ class HostRun:
 
     def _hang(self):
         alive = marked_processes(self.marker)
-        report = ["%s %s: tavrel-host still runs after %d s: %s"
+        report = ["%s %s: still running after %d s: %s"
                   % (HANG_MARK, self.name, self.deadline, " ".join(self.args))]
         report += ["log tail: " + l for l in _log_tail(self.log_file)]
         report += ["stdout tail: " + l.rstrip("\n") for l in self._out[-10:]]
@@ -199,7 +203,8 @@ class HostRun:
                 pass
         self.proc.wait()
         self._join_readers()
-        raise HostHang("%s: tavrel-host passed its deadline of %d s" % (self.name, self.deadline))
+        raise HostHang("%s: %s passed its deadline of %d s"
+                       % (self.name, os.path.basename(self.args[0]), self.deadline))
 
 
 def run_host(args, deadline, env=None, log_file=None, name=None, on_line=None):

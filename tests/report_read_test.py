@@ -10,10 +10,11 @@ import json
 import os
 import re
 import struct
-import subprocess
 import sys
 import tempfile
 import unittest
+
+from host_runs import run_host
 
 TOOL = sys.argv.pop(1) if len(sys.argv) > 1 else "tavrel-tool"
 RESOURCES = sys.argv.pop(1) if len(sys.argv) > 1 else "resources"
@@ -21,9 +22,14 @@ DATA = os.path.join(os.path.dirname(os.path.abspath(__file__)), "data")
 WORLD = os.path.join(DATA, "report_world.json")
 
 
+# A render runs a host and its reader child; a hang of the two is reported
+# with both processes' state (host_runs.py) and they are killed.
+DEADLINE = 120
+
+
 def tool(*args):
-    p = subprocess.run([TOOL, *args], capture_output=True, timeout=60)
-    return p.returncode, p.stdout, p.stderr
+    done = run_host([TOOL, *args], DEADLINE, name="tavrel-tool " + args[0])
+    return done.returncode, done.stdout_bytes, done.stderr_bytes
 
 
 def expected(name):
