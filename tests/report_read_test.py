@@ -9,12 +9,13 @@ usage: report_read_test.py TAVREL_TOOL RESOURCE_DIR
 import json
 import os
 import re
+import signal
 import struct
 import sys
 import tempfile
 import unittest
 
-from host_runs import run_host
+from host_runs import HostRun, marked_processes, run_host, wait_until_gone
 
 TOOL = sys.argv.pop(1) if len(sys.argv) > 1 else "tavrel-tool"
 RESOURCES = sys.argv.pop(1) if len(sys.argv) > 1 else "resources"
@@ -178,6 +179,37 @@ class RenderHtml(unittest.TestCase):
             self.assertIn(b'<img src="report_logo.png"', out)
             self.assertEqual(["chart0.png"], os.listdir(d))
             self.assertIn(b"tavrel.css", err)
+
+
+class ToolKilled(unittest.TestCase):
+    """tavrel-tool killed while its reader child waits on it in a dialog: the
+    reader ends (the parent's end of stream, once read by the dialog, is not
+    waited for a second time)."""
+
+    def test_the_reader_ends(self):
+        for attempt in range(10):  # A render that ended before it was seen is tried again.
+            # The killed tool leaves its FIFO folder: a TMPDIR of its own.
+            tmp = tempfile.TemporaryDirectory()
+            run = HostRun([TOOL, "render", "--dump", WORLD, "--instance", "0.1.30",
+                           "--format", "text", "--zone", "0"], DEADLINE,
+                          env=dict(os.environ, TMPDIR=tmp.name), name="render killed")
+            run.start()
+            try:
+                reader = []
+                while not reader and run.proc.poll() is None:
+                    reader = [p for p in marked_processes(run.marker) if p != run.proc.pid]
+                if not reader:
+                    continue
+                run.proc.kill()
+                took = wait_until_gone(reader, 20, "the reader after tavrel-tool was killed")
+                print("the reader ended %.2f s after tavrel-tool was killed" % took, flush=True)
+                return
+            finally:
+                for pid in marked_processes(run.marker):
+                    os.kill(pid, signal.SIGKILL)
+                run.finish()
+                tmp.cleanup()
+        self.skipTest("the render always ended before its reader was seen")
 
 
 if __name__ == "__main__":

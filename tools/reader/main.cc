@@ -80,13 +80,14 @@ void read(const std::vector<std::string>& args) {
 }
 
 // Ends the messenger's life in order: the shutdown towards the parent, then
-// the events until the parent's end of stream.
+// the events until the parent's end of stream. That end may have been read
+// already, by a dialog that the parent's death ended; waiting for it again
+// would wait for ever. A parent that went away never acknowledged the
+// shutdown, and there is nothing to complete then.
 void leave(queues::childqueue& queue, io::SiblingMessenger& messenger) {
   queue.shutdown();
-  for (;;) {
-    if (queue.next_event() == nullptr && queue.is_at_end(queues::main)) break;
-  }
-  messenger.completeShutdown();
+  while (!queue.is_at_end(queues::main)) queue.next_event();
+  if (messenger.shutdown_acknowledged()) messenger.completeShutdown();
 }
 
 }  // namespace
