@@ -1,7 +1,6 @@
 #include "host/parent_messenger.h"
 
 #include <cstring>
-#include <vector>
 
 #include "base/error.h"
 #include "base/fatal.h"
@@ -102,20 +101,13 @@ void ParentMessenger::on_i_am_up(int id) {
   openFifo(id, /*reconnect=*/true);
   starting_.erase(id);
   finished_.erase(id);
-  // The running siblings hear of the newcomer before it hears of anything:
-  // it can write to a sibling only once it knows its own area and that
-  // sibling's, so its first message reaches each sibling behind the news of
-  // its area. The other way round, a sibling that took the newcomer's first
-  // message and then the news of it dropped the message (opening the FIFO
-  // to a peer clears what came from it), and the newcomer waited for ever.
-  std::vector<int> others;
-  for (int other : running_) {
-    if (other != id && !shutting_.count(other)) others.push_back(other);
-  }
-  for (int other : others) introduce(other, id);
   introduce(id, id);
   introduce(id, 0);
-  for (int other : others) introduce(id, other);
+  for (int other : running_) {
+    if (other == id || shutting_.count(other)) continue;
+    introduce(id, other);
+    introduce(other, id);
+  }
   running_.insert(id);
 }
 
