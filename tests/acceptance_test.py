@@ -67,15 +67,6 @@ class Run(RunResults):
             self.progress = done.stdout.splitlines()
             self.read_results(d, log_file, dump_file)
 
-    def children(self, rid, cls):
-        return [c for c in self.objects()[rid].get("children", []) if c["class"] == cls]
-
-    def incidents(self, rid):
-        for s in self.dump.get("series", []):
-            if s["owner"] == rid and s["property"] == "tsdbIncident":
-                return [(r[0], r[1]) for r in s["records"]]
-        return []
-
 
 def finished(instance):
     p = instance["props"]

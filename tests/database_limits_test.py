@@ -14,12 +14,12 @@ usage: database_limits_test.py TAVREL_HOST TAVREL_REPORT
 """
 import json
 import os
-import subprocess
 import sys
 import tempfile
 
 from cases import case, finish
 from dump import prop_value
+from host_runs import run_host
 from run_results import RunResults, clean
 
 host, reporter = sys.argv[1], sys.argv[2]
@@ -37,22 +37,13 @@ class Run(RunResults):
                 json.dump(world, f)
             log_file, dump_file = os.path.join(d, "host.log"), os.path.join(d, "dump.json")
             env = dict(os.environ, TMPDIR=d, TZ="UTC")
-            done = subprocess.run(
+            done = run_host(
                 [host, "run", "--world", world_file, "--reporter", reporter, "--until-idle", "1",
                  "--eval-scale", "0.01", "--log", log_file, "--dump", dump_file],
-                capture_output=True, text=True, timeout=120, env=env)
+                120, env=env, log_file=log_file)
             self.code = done.returncode
             self.stderr = done.stderr
             self.read_results(d, log_file, dump_file)
-
-    def incidents(self, rid):
-        for s in self.dump["series"]:
-            if s["owner"] == rid and s["property"] == "tsdbIncident":
-                return [(r[0], r[1]) for r in s["records"]]
-        return []
-
-    def children(self, rid, cls):
-        return [c for c in self.objects()[rid].get("children", []) if c["class"] == cls]
 
 
 def report(rid, order_time, **props):

@@ -17,16 +17,12 @@ import tempfile
 import time
 import unittest
 
-from host_runs import HostRun, marked_processes
+from host_runs import HostRun, marked_processes, shm_entries
 
 HOST, CHILD = sys.argv.pop(1), sys.argv.pop(1)
 DEADLINE = 60  # a host run's, in seconds: a hang, not slowness
 WORLD = {"config": {"mail_server": "mail.example:2525"},
          "objects": {"class": "Domain", "id": "0.1", "props": {"name": {"string": "root"}}}}
-
-
-def shm_entries():
-    return set(os.listdir("/dev/shm")) if os.path.isdir("/dev/shm") else set()
 
 
 class HostLeaves(unittest.TestCase):

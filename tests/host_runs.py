@@ -34,6 +34,11 @@ class HostHang(Exception):
     """A host run passed its deadline; the details have been printed."""
 
 
+def shm_entries():
+    """The names in /dev/shm, to find what a run left there."""
+    return set(os.listdir("/dev/shm")) if os.path.isdir("/dev/shm") else set()
+
+
 def marked_processes(marker):
     """The pids of live processes (not zombies) whose environment holds
     `marker` ("KEY=VALUE")."""

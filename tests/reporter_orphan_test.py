@@ -19,7 +19,7 @@ import time
 import unittest
 
 from acceptance_worlds import report, world
-from host_runs import HostRun, marked_processes, wait_until_gone
+from host_runs import HostRun, marked_processes, shm_entries, wait_until_gone
 from ports import free_port
 
 HOST, REPORTER, RESOURCES = sys.argv.pop(1), sys.argv.pop(1), sys.argv.pop(1)
@@ -43,10 +43,6 @@ while True:
     with open(sys.argv[2], "w") as f:
         f.write("accepted")
 """
-
-
-def shm_entries():
-    return set(os.listdir("/dev/shm")) if os.path.isdir("/dev/shm") else set()
 
 
 def wait_for(what, cond, seconds=120):

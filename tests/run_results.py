@@ -23,6 +23,17 @@ class RunResults:
         """Every object of the dump by id."""
         return objects_by_id(self.dump)
 
+    def children(self, rid, cls):
+        """The children of class `cls` of the object `rid`."""
+        return [c for c in self.objects()[rid].get("children", []) if c["class"] == cls]
+
+    def incidents(self, rid):
+        """The (severity, text) lines of the object's incident series."""
+        for s in self.dump.get("series", []):
+            if s["owner"] == rid and s["property"] == "tsdbIncident":
+                return [(r[0], r[1]) for r in s["records"]]
+        return []
+
 
 def clean(run, check):
     """Nothing left behind, and no sanitizer report (under a sanitizer build)."""
