@@ -1,6 +1,7 @@
 #include "host/parent_messenger.h"
 
 #include <gtest/gtest.h>
+#include <fcntl.h>
 #include <signal.h>
 #include <stdlib.h>
 #include <unistd.h>
@@ -16,6 +17,8 @@
 #include "host/temp_dir.h"
 #include "io/errors.h"
 #include "io/selector.h"
+#include "io/sibling_config.h"
+#include "io/sibling_signal.h"
 #include "io/timer.h"
 
 namespace host {
@@ -142,6 +145,88 @@ TEST_F(MessengerTest, MessageToASiblingNotYetUpIsDeliveredAfterItComes) {
   write_frame(parent_->sibling(kChild).output(), "to:5:second");
   EXPECT_EQ("first", next_frame(kLate, kChild));
   EXPECT_EQ("second", next_frame(kLate, kChild));
+}
+
+// Serves only `m`'s own signals until `done` holds; false after 10 s.
+bool serve_only(io::SiblingMessenger& m, const std::function<bool()>& done) {
+  auto limit = std::chrono::steady_clock::now() + 10s;
+  while (!done()) {
+    if (std::chrono::steady_clock::now() > limit) return false;
+    io::Selector<int> selector;
+    io::Timer tick(io::Timer::due_in(std::chrono::milliseconds(5)));
+    selector.add(m.some_sibling(), 0);
+    selector.add(tick, -1);
+    selector.poll();
+  }
+  return true;
+}
+
+// Takes every signal waiting in `fifo` without handling it.
+std::vector<io::Signal> steal_signals(const std::string& fifo) {
+  int fd = ::open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
+  std::vector<io::Signal> out;
+  io::Signal s;
+  while (::read(fd, &s, sizeof(s)) == static_cast<ssize_t>(sizeof(s))) out.push_back(s);
+  ::close(fd);
+  return out;
+}
+
+void put_signals(const std::string& fifo, const std::vector<io::Signal>& signals) {
+  int fd = ::open(fifo.c_str(), O_WRONLY | O_NONBLOCK);
+  for (const io::Signal& s : signals) ASSERT_EQ(sizeof(s), ::write(fd, &s, sizeof(s)));
+  ::close(fd);
+}
+
+// A newcomer (kLate) hears of the database and writes "early" to it before
+// the parent's word of the newcomer reaches the database: returns the signals
+// of that word and of the message, both taken out of the database's FIFO.
+struct Overtaken {
+  std::vector<io::Signal> introduction;
+  std::vector<io::Signal> message;
+};
+
+class OvertakingTest : public MessengerTest {
+ protected:
+  Overtaken overtake() {
+    Overtaken out;
+    late_ = std::make_unique<io::SiblingMessenger>(kLate, parent_->configuration());
+    EXPECT_TRUE(serve_only(*parent_, [&] { return parent_->running(kLate); }));
+    EXPECT_TRUE(serve_only(*late_, [&] { return late_->sibling(kDbms).has_fifo(); }));
+    out.introduction = steal_signals(fifo_);
+    write_frame(late_->sibling(kDbms).output(), "early");
+    out.message = steal_signals(fifo_);
+    EXPECT_FALSE(out.introduction.empty());
+    EXPECT_EQ(io::SignalKind::SiblingAt, out.introduction.back().kind());
+    EXPECT_EQ(1u, out.message.size());
+    return out;
+  }
+
+  // The database answers, and every block of the newcomer is acknowledged.
+  void expect_dialog_goes_on() {
+    EXPECT_TRUE(serve_until([&] { return late_->outstanding() == 0; }));
+    write_frame(dbms_->sibling(kLate).output(), "reply");
+    EXPECT_EQ("reply", next_frame(kLate, kDbms));
+  }
+
+  const std::string fifo_ = io::fifo_path(parent_->configuration().fifoprefix, kDbms);
+};
+
+TEST_F(OvertakingTest, MessageReadBeforeTheIntroductionIsAcknowledgedAfterIt) {
+  Overtaken o = overtake();
+  put_signals(fifo_, o.message);
+  EXPECT_EQ("early", next_frame(kDbms, kLate));
+  EXPECT_EQ(1u, late_->outstanding());
+  put_signals(fifo_, o.introduction);
+  expect_dialog_goes_on();
+}
+
+TEST_F(OvertakingTest, MessageStillUnreadWhenTheIntroductionComesIsKept) {
+  Overtaken o = overtake();
+  std::vector<io::Signal> both = o.message;
+  both.insert(both.end(), o.introduction.begin(), o.introduction.end());
+  put_signals(fifo_, both);
+  EXPECT_EQ("early", next_frame(kDbms, kLate));
+  expect_dialog_goes_on();
 }
 
 TEST_F(MessengerTest, RequestForUnknownPeerIsAnsweredWithItsDeath) {

@@ -177,6 +177,7 @@ void SiblingMessenger::on_sibling_at(int id) {
   if (id == 0 || my_sibling_id_ == 0 || id == my_sibling_id_) return;
   openFifo(id);
   SiblingImplementation& peer = sibling(id);
+  if (!peer.acks_.empty()) pump(peer);
   while (!peer.output_.waiting_.empty()) {
     uint64_t offset = peer.output_.waiting_.front();
     peer.output_.waiting_.pop_front();
@@ -316,16 +317,20 @@ void SiblingMessenger::openFifo(int id, bool reconnect) {
   peer.writer_.set_handle(fd);
   peer.has_fifo_ = true;
   peer.failed_ = false;
-  clear_state(peer);
+  // A peer's first message may arrive before we hear where it lives: it and
+  // its pending acknowledgement are kept for the newly opened FIFO. Only a
+  // reconnect to a restarted peer drops what the old one left.
+  if (reconnect) clear_state(peer);
 }
 
 void SiblingMessenger::send_signal(int peer_id, Signal signal) {
   TAVREL_ASSERT(peer_id != my_sibling_id_, "We could not write ourselves");
   SiblingImplementation& peer = sibling(peer_id);
-  if (!peer.has_fifo_) throw ENoConnection("No connection to other SiblingMessenger");
   if (signal.kind() == SignalKind::AckMessageAt) {
     peer.acks_.push_back(signal.value());
+    if (!peer.has_fifo_) return;  // Sent once the peer's FIFO is opened.
   } else {
+    if (!peer.has_fifo_) throw ENoConnection("No connection to other SiblingMessenger");
     signal_queue_.emplace_back(peer_id, signal);
   }
   if (blocked_sibling_ != kNoSibling && blocked_sibling_ != peer_id) return;
