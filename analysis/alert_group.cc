@@ -162,9 +162,9 @@ void writeAlertGroupRows(RowSink& rows, ObjectSource& objects, const tql::id_t& 
   writePaths(rows, objects, folder, *found, rootId);
 }
 
-void addAlertGroupRows(const tql::id_t& folder, const tql::patch_t& object,
+void addAlertGroupRows(dbms::Database& db, const tql::id_t& folder, const tql::patch_t& object,
                        const tql::id_t& rootId) {
-  DatabaseRows rows;
-  DatabaseObjects objects;
+  DatabaseRows rows(db);
+  DatabaseObjects objects(db);
   writeAlertGroupRows(rows, objects, folder, object, rootId);
 }

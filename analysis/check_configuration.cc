@@ -140,9 +140,9 @@ void writeConfiguration(RowSink& rows, ObjectSource& objects, const tql::patch_t
   if (log_tracing()) log("Done Analysing check", kLogTrace);
 }
 
-void analyseConfiguration(const tql::patch_t& check, const tql::id_t& folder,
+void analyseConfiguration(dbms::Database& db, const tql::patch_t& check, const tql::id_t& folder,
                           const tql::id_t& rootId, zone_t timeZone) {
-  DatabaseRows rows;
-  DatabaseObjects objects;
+  DatabaseRows rows(db);
+  DatabaseObjects objects(db);
   writeConfiguration(rows, objects, check, folder, rootId, timeZone);
 }

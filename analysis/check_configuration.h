@@ -3,17 +3,18 @@
 #pragma once
 
 #include "base/zone.h"
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tql/patch.h"
 
 // The alert group rows of a check, check accumulation or node. `rootId` is
 // the root of the report's tree.
-void addAlertGroupRows(const tql::id_t& folder, const tql::patch_t& object,
+void addAlertGroupRows(dbms::Database& db, const tql::id_t& folder, const tql::patch_t& object,
                        const tql::id_t& rootId);
 
 // The configuration rows of one check in its folder (the configuration
 // report's work for a check, instead of the data analysis).
-void analyseConfiguration(const tql::patch_t& check, const tql::id_t& folder,
+void analyseConfiguration(dbms::Database& db, const tql::patch_t& check, const tql::id_t& folder,
                           const tql::id_t& rootId, zone_t timeZone);
 
 // The same writers into any sink, looking objects up in `objects`.

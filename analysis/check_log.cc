@@ -23,12 +23,12 @@ std::string periodText(const ResolvedIssue& issue, zone_t timeZone) {
   return time2str(issue.start, timeZone) + " to " + end;
 }
 
-void storeCheckLog(const ResolvedIssue& issue, const tql::id_t& folder, const tql::id_t& check,
-                   int64_t fetchStart, zone_t timeZone) {
-  const tql::id_t log = addLog(folder, "Stored log from " + periodText(issue, timeZone));
+void storeCheckLog(dbms::Database& db, const ResolvedIssue& issue, const tql::id_t& folder,
+                   const tql::id_t& check, int64_t fetchStart, zone_t timeZone) {
+  const tql::id_t log = addLog(db, folder, "Stored log from " + periodText(issue, timeZone));
   dbms::Return_TSDB_Get_Data_Data reply =
-      fetchSeries(check, schema::kTsdbIndex, true, fetchStart, issue.start + issue.duration, 0);
+      fetchSeries(db, check, schema::kTsdbIndex, true, fetchStart, issue.start + issue.duration, 0);
   if (!reply.data.empty()) {
-    putSeries(log, schema::kTsdbIncident, reply.data_type, std::move(reply.data));
+    putSeries(db, log, schema::kTsdbIncident, reply.data_type, std::move(reply.data));
   }
 }

@@ -7,6 +7,7 @@
 #include "analysis/interval_set.h"
 #include "analysis/resolved_issue.h"
 #include "base/zone.h"
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tsdb/interval.h"
 
@@ -21,8 +22,8 @@ int64_t analyseIncidents(const std::vector<tsdb::interval_ptr>& samples, const I
 // (tsdbIndex) from `fetchStart` to the period's end, unfiltered and
 // unbounded, in the log's tsdbIncident series. Raises errors::tql (after the
 // error line of a failed create) and what the dialogs raise.
-void storeCheckLog(const ResolvedIssue& issue, const tql::id_t& folder, const tql::id_t& check,
-                   int64_t fetchStart, zone_t timeZone);
+void storeCheckLog(dbms::Database& db, const ResolvedIssue& issue, const tql::id_t& folder,
+                   const tql::id_t& check, int64_t fetchStart, zone_t timeZone);
 
 // "start of monitoring to " and the end when `start` is 0, otherwise the
 // start, " to " and the end; times as "2026-01-05 08:03:09" in `timeZone`.

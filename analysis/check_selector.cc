@@ -4,15 +4,11 @@
 
 #include "analysis/selection_patterns.h"
 #include "base/log.h"
-#include "queues/tql_operations.h"
+#include "dbms/tql_operations.h"
 #include "tql/errors.h"
 #include "tql/schema.h"
 
 namespace {
-
-std::unique_ptr<tql::patch_t> selectFrom(const tql::id_t& id, std::unique_ptr<tql::pattern_t> p) {
-  return tql::select_one(id, std::move(p), 0, *queues::global_queue());
-}
 
 // Runs `select`; an errors::tql is logged as `what` + its text and gives null.
 template <class F>
@@ -27,22 +23,27 @@ std::unique_ptr<tql::patch_t> guarded(const char* what, F select) {
 
 }  // namespace
 
+std::unique_ptr<tql::patch_t> CheckSelector::select_from(const tql::id_t& id,
+                                                         std::unique_ptr<tql::pattern_t> p) {
+  return tql::select_one(db_, id, std::move(p), 0);
+}
+
 std::unique_ptr<tql::patch_t> NoCheckSelector::select(const tql::patch_t& node) {
   return guarded("Cannot nocheck select checks: ", [&] {
-    return selectFrom(node.id, tql::make_pattern(schema::kNode, tql::kPatternAllProps));
+    return select_from(node.id, tql::make_pattern(schema::kNode, tql::kPatternAllProps));
   });
 }
 
 std::unique_ptr<tql::patch_t> OldStyleCheckSelector::select(const tql::patch_t& node) {
   return guarded("Cannot select old style checks: ", [&] {
     std::unique_ptr<tql::patch_t> tree =
-        selectFrom(node.id, oldStyleCheckPattern(contains_, false));
-    if (!tree) tree = selectFrom(node.id, oldStyleCheckPattern(contains_, true));
+        select_from(node.id, oldStyleCheckPattern(contains_, false));
+    if (!tree) tree = select_from(node.id, oldStyleCheckPattern(contains_, true));
     return tree;
   });
 }
 
 std::unique_ptr<tql::patch_t> TagCheckSelector::select(const tql::patch_t& node) {
   return guarded("Cannot tag select checks: ",
-                 [&] { return selectFrom(node.id, tagCheckPattern(selections_, node.tags)); });
+                 [&] { return select_from(node.id, tagCheckPattern(selections_, node.tags)); });
 }

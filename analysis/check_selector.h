@@ -6,10 +6,13 @@
 #include <vector>
 
 #include "analysis/report_selection.h"
+#include "dbms/database.h"
 #include "tql/patch.h"
 
 class CheckSelector {
  public:
+  // Selects from `db`, which outlives this.
+  explicit CheckSelector(dbms::Database& db) : db_(db) {}
   virtual ~CheckSelector() = default;
   // A new tree rooted at `node` with its selected check groups, checks and
   // check accumulations (selected ones carry tag 0), owned by the caller;
@@ -17,11 +20,19 @@ class CheckSelector {
   // (each class has its line) and gives null; other exceptions (a gone
   // database) pass through.
   virtual std::unique_ptr<tql::patch_t> select(const tql::patch_t& node) = 0;
+
+ protected:
+  // The one result of `p` from `id`, or null.
+  std::unique_ptr<tql::patch_t> select_from(const tql::id_t& id, std::unique_ptr<tql::pattern_t> p);
+
+ private:
+  dbms::Database& db_;
 };
 
 // For the domain overview: the node alone.
 class NoCheckSelector : public CheckSelector {
  public:
+  using CheckSelector::CheckSelector;
   std::unique_ptr<tql::patch_t> select(const tql::patch_t& node) override;
 };
 
@@ -29,7 +40,8 @@ class NoCheckSelector : public CheckSelector {
 // when it has none, all its active checks.
 class OldStyleCheckSelector : public CheckSelector {
  public:
-  explicit OldStyleCheckSelector(tql::object_set_t contains) : contains_(std::move(contains)) {}
+  OldStyleCheckSelector(dbms::Database& db, tql::object_set_t contains)
+      : CheckSelector(db), contains_(std::move(contains)) {}
   std::unique_ptr<tql::patch_t> select(const tql::patch_t& node) override;
 
  private:
@@ -40,8 +52,8 @@ class OldStyleCheckSelector : public CheckSelector {
 // tags name. `selections` is the generation's and must outlive this.
 class TagCheckSelector : public CheckSelector {
  public:
-  explicit TagCheckSelector(const std::vector<ReportSelectionRecord>& selections)
-      : selections_(selections) {}
+  TagCheckSelector(dbms::Database& db, const std::vector<ReportSelectionRecord>& selections)
+      : CheckSelector(db), selections_(selections) {}
   std::unique_ptr<tql::patch_t> select(const tql::patch_t& node) override;
 
  private:

@@ -4,11 +4,11 @@
 #include <utility>
 
 #include "base/log.h"
-#include "queues/qdialog.h"
-#include "queues/tql_operations.h"
+#include "dbms/tql_operations.h"
 
-dbms::Return_TSDB_Get_Data_Data fetchSeries(const tql::id_t& id, int32_t indexProperty, bool raw,
-                                            int64_t start, int64_t end, int32_t count) {
+dbms::Return_TSDB_Get_Data_Data fetchSeries(dbms::Database& db, const tql::id_t& id,
+                                            int32_t indexProperty, bool raw, int64_t start,
+                                            int64_t end, int32_t count) {
   dbms::TSDB_Get_Data_Data request;
   request.id = id;
   request.index_property = indexProperty;
@@ -18,10 +18,10 @@ dbms::Return_TSDB_Get_Data_Data fetchSeries(const tql::id_t& id, int32_t indexPr
   request.end = end;
   request.count = count;
   request.offset = 0;
-  return queues::tsdb_get_data(request);
+  return db.get_data(request);
 }
 
-void putSeries(const tql::id_t& id, int32_t indexProperty, int32_t dataType,
+void putSeries(dbms::Database& db, const tql::id_t& id, int32_t indexProperty, int32_t dataType,
                std::vector<tsdb::interval_ptr> data) {
   dbms::TSDB_Put_Data_Data request;
   request.id = id;
@@ -37,6 +37,6 @@ void putSeries(const tql::id_t& id, int32_t indexProperty, int32_t dataType,
     }
     log("Put data printout FINISHED", kLogTrace);
   }
-  dbms::Return_TSDB_Put_Data_Data reply = queues::tsdb_put_data(request);
+  dbms::Return_TSDB_Put_Data_Data reply = db.put_data(request);
   tql::check_status(reply.status, reply.details);
 }

@@ -63,15 +63,16 @@ void writeNodeConfiguration(RowSink& rows, ObjectSource& objects, const tql::id_
   writeNodeClasses(rows, objects, folder, node);
 }
 
-void addDomainConfiguration(const tql::id_t& folder, const tql::patch_t& domain, zone_t timeZone) {
-  DatabaseRows rows;
-  DatabaseObjects objects;
+void addDomainConfiguration(dbms::Database& db, const tql::id_t& folder, const tql::patch_t& domain,
+                            zone_t timeZone) {
+  DatabaseRows rows(db);
+  DatabaseObjects objects(db);
   writeDomainConfiguration(rows, objects, folder, domain, timeZone);
 }
 
-void addNodeConfiguration(const tql::id_t& folder, const tql::patch_t& node,
+void addNodeConfiguration(dbms::Database& db, const tql::id_t& folder, const tql::patch_t& node,
                           const tql::id_t& rootId, zone_t timeZone) {
-  DatabaseRows rows;
-  DatabaseObjects objects;
+  DatabaseRows rows(db);
+  DatabaseObjects objects(db);
   writeNodeConfiguration(rows, objects, folder, node, rootId, timeZone);
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/zone.h"
+#include "dbms/database.h"
 #include "tql/patch.h"
 
 struct DowntimeRow {
@@ -48,4 +49,5 @@ class ObjectSource;
 void writeScheduledDowntime(RowSink& rows, ObjectSource& objects, const tql::id_t& parentFolder,
                             const tql::id_t& objectId, zone_t zone);
 // The same into the database.
-void addScheduledDowntime(const tql::id_t& parentFolder, const tql::id_t& objectId, zone_t zone);
+void addScheduledDowntime(dbms::Database& db, const tql::id_t& parentFolder,
+                          const tql::id_t& objectId, zone_t zone);

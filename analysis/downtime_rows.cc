@@ -16,8 +16,9 @@ void writeScheduledDowntime(RowSink& rows, ObjectSource& objects, const tql::id_
   }
 }
 
-void addScheduledDowntime(const tql::id_t& parentFolder, const tql::id_t& objectId, zone_t zone) {
-  DatabaseRows rows;
-  DatabaseObjects objects;
+void addScheduledDowntime(dbms::Database& db, const tql::id_t& parentFolder,
+                          const tql::id_t& objectId, zone_t zone) {
+  DatabaseRows rows(db);
+  DatabaseObjects objects(db);
   writeScheduledDowntime(rows, objects, parentFolder, objectId, zone);
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "analysis/resolved_issue.h"
+#include "dbms/database.h"
 #include "tql/id.h"
 
 // A report's presentation flags. A Report that doesn't carry one of their
@@ -24,6 +25,7 @@ struct ReportFlags {
 
 // One generation's shared values; the referenced objects outlive the walk.
 struct GenerationContext {
+  dbms::Database& db;  // Where the tree is read and the results are written.
   const ResolvedIssue& issue;
   const ReportFlags& flags;
   tql::id_t treeRoot;  // The root of the analysed tree (a Domain).

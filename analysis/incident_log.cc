@@ -2,7 +2,6 @@
 
 #include "analysis/check_log.h"
 #include "analysis/result_objects.h"
-#include "queues/qdialog.h"
 #include "tql/schema.h"
 
 bool isConfigurationChange(const std::string& msg) {
@@ -34,8 +33,8 @@ std::vector<tsdb::interval_ptr> keptIncidents(const ReportFlags& flags,
   return kept;
 }
 
-void addIncidentLog(const ResolvedIssue& issue, const ReportFlags& flags, const tql::id_t& folder,
-                    const tql::id_t& node, zone_t timeZone) {
+void addIncidentLog(dbms::Database& db, const ResolvedIssue& issue, const ReportFlags& flags,
+                    const tql::id_t& folder, const tql::id_t& node, zone_t timeZone) {
   dbms::TSDB_Get_Data_Data request;
   request.id = node;
   request.index_property = schema::kTsdbIncident;
@@ -45,10 +44,10 @@ void addIncidentLog(const ResolvedIssue& issue, const ReportFlags& flags, const 
   request.end = issue.start + issue.duration;
   request.count = 40;
   request.offset = 0;
-  dbms::Return_TSDB_Get_Data_Data reply = queues::tsdb_get_data(request);
+  dbms::Return_TSDB_Get_Data_Data reply = db.get_data(request);
   const std::string name = "Incidents on the host from " + periodText(issue, timeZone);
   std::vector<tsdb::interval_ptr> kept = keptIncidents(flags, std::move(reply.data));
-  const tql::id_t log = addLog(folder, name);
+  const tql::id_t log = addLog(db, folder, name);
   // Nothing kept, nothing to store: the log's series stays empty. (A node
   // without incidents has no series at all, and its reply carries no data
   // type to store under.)
@@ -58,5 +57,5 @@ void addIncidentLog(const ResolvedIssue& issue, const ReportFlags& flags, const 
   put.index_property = schema::kTsdbIncident;
   put.data_type = reply.data_type;
   put.data = std::move(kept);
-  queues::tsdb_put_data(put);
+  db.put_data(put);
 }

@@ -7,6 +7,7 @@
 #include "analysis/generation_context.h"
 #include "analysis/resolved_issue.h"
 #include "base/zone.h"
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tsdb/interval.h"
 
@@ -15,8 +16,8 @@
 // log "Incidents on the host from
 // ..." in `folder`. The log is made even when nothing is kept; its series is
 // then left empty (no put). Raises what the dialogs and the create raise.
-void addIncidentLog(const ResolvedIssue& issue, const ReportFlags& flags, const tql::id_t& folder,
-                    const tql::id_t& node, zone_t timeZone);
+void addIncidentLog(dbms::Database& db, const ResolvedIssue& issue, const ReportFlags& flags,
+                    const tql::id_t& folder, const tql::id_t& node, zone_t timeZone);
 
 // A severity 1 message that tells of a change of configuration: it contains
 // " tried" with no ", access" before the first " tried", or "New master

@@ -1,7 +1,7 @@
 #include "analysis/node_classes.h"
 
 #include "analysis/object_values.h"
-#include "queues/tql_operations.h"
+#include "dbms/tql_operations.h"
 #include "tql/decode.h"
 #include "tql/schema.h"
 
@@ -34,13 +34,12 @@ NodeClassCatalogue catalogueOf(const tql::patch_t& tree) {
   return catalogue;
 }
 
-NodeClassCatalogue readNodeClasses() {
+NodeClassCatalogue readNodeClasses(dbms::Database& db) {
   auto pattern = tql::add_next(
       tql::make_pattern(schema::kDomain, tql::kPatternNested),
       tql::make_pattern(schema::kNodeClass,
                         std::set<int32_t>{schema::kInheritsFrom, schema::kAutoPromote}, 0));
-  std::unique_ptr<tql::patch_t> tree =
-      tql::select_one(tql::kRootId, std::move(pattern), 0, *queues::global_queue());
+  std::unique_ptr<tql::patch_t> tree = tql::select_one(db, tql::kRootId, std::move(pattern), 0);
   return tree ? catalogueOf(*tree) : NodeClassCatalogue{};
 }
 

@@ -7,6 +7,7 @@
 #include <set>
 #include <vector>
 
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tql/patch.h"
 #include "tql/pattern.h"
@@ -28,7 +29,7 @@ NodeClassCatalogue catalogueOf(const tql::patch_t& tree);
 
 // Reads the catalogue with one select from the root domain. Raises
 // errors::tql and what the dialog raises.
-NodeClassCatalogue readNodeClasses();
+NodeClassCatalogue readNodeClasses(dbms::Database& db);
 
 // Appends the conditions that stand for node class `id`: for an
 // autoPromote class those of each of its parents, in order; otherwise one

@@ -52,9 +52,10 @@ void ReportSingleRawIssue::analyse(const tql::id_t& parentFolder, const Interval
   traceId("Analysing checks for check ", object.id);
   stats.explanationFolder = parentStats.explanationFolder;
   label = stringOr(object, schema::kLongLabel, "<no name>");
-  const tql::id_t folder = addFolder(parentFolder, schema::kFolderCheck, label, object.id);
+  const tql::id_t folder =
+      addFolder(context->db, parentFolder, schema::kFolderCheck, label, object.id);
   if (issue->kind == ReportKind::kConfiguration) {
-    analyseConfiguration(object, folder, context->treeRoot, timeZone);
+    analyseConfiguration(context->db, object, folder, context->treeRoot, timeZone);
     status = 0;
     return;
   }
@@ -66,10 +67,10 @@ void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSe
                                        zone_t timeZone) {
   const int64_t end = issue->start + issue->duration;
   dbms::Return_TSDB_Get_Data_Data reply =
-      fetchSeries(object.id, schema::kTsdbIndex, true, issue->start, end, 0);
+      fetchSeries(context->db, object.id, schema::kTsdbIndex, true, issue->start, end, 0);
   if (reply.data.empty()) {
     if (log_tracing()) log("No statistics data for check. Ignoring check.", kLogTrace);
-    addRow(folder, "",
+    addRow(context->db, folder, "",
            "Notice: statistics graph is missing, since no data for analysis were available.", {});
     return;
   }
@@ -80,7 +81,7 @@ void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSe
   rangeMin = scalarOr(object, schema::kRangeMin, kNaN);
   rangeMax = scalarOr(object, schema::kRangeMax, kNaN);
   if (issue->wantSummary && dataType != tsdb::kIncidentLog) {
-    addRow(folder, "",
+    addRow(context->db, folder, "",
            (issue->start == 0 ? "Statistics from " : "Statistics during period ") +
                periodText(*issue, timeZone),
            {});
@@ -88,7 +89,7 @@ void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSe
   const int64_t lastFirst = runIntervals(dataType, reply.data, intervals, firstSample);
   reply.data.clear();  // Only one check's data is held at a time.
   if (hasSummaryRows(dataType)) {
-    addSummaryRows(*issue, folder, stats);
+    addSummaryRows(context->db, *issue, folder, stats);
   } else if (dataType != tsdb::kIncidentLog) {
     log("Cannot output datatype " + std::to_string(dataType));
   }
@@ -153,7 +154,7 @@ void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType
                                        zone_t timeZone) {
   const int64_t fetchStart = issue->start != 0 ? issue->start : lastFirst;
   if (dataType == tsdb::kIncidentLog) {
-    storeCheckLog(*issue, folder, object.id, fetchStart, timeZone);
+    storeCheckLog(context->db, *issue, folder, object.id, fetchStart, timeZone);
     return;
   }
   const ReportFlags& flags = context->flags;
@@ -169,12 +170,12 @@ void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType
   settings.plotMin = plotBound(object, schema::kPlotMin, schema::kRangeMin, flags.graphAutoScale);
   settings.plotMax = plotBound(object, schema::kPlotMax, schema::kRangeMax, flags.graphAutoScale);
   settings.tabular = dataType == tsdb::kEnum ? flags.graphTabularEnum : flags.graphTabularUptime;
-  const tql::id_t graph = addGraph(folder, "Statistics", settings, object);
+  const tql::id_t graph = addGraph(context->db, folder, "Statistics", settings, object);
   dbms::Return_TSDB_Get_Data_Data chart =
-      fetchSeries(object.id, schema::kTsdbIndex, false, fetchStart, issue->start + issue->duration,
-                  kChartPoints);
+      fetchSeries(context->db, object.id, schema::kTsdbIndex, false, fetchStart,
+                  issue->start + issue->duration, kChartPoints);
   // A series that vanished between the two fetches leaves the graph empty.
   if (!chart.data.empty()) {
-    putSeries(graph, schema::kTsdbIndex, chart.data_type, std::move(chart.data));
+    putSeries(context->db, graph, schema::kTsdbIndex, chart.data_type, std::move(chart.data));
   }
 }

@@ -11,16 +11,19 @@ void ReportDomain::analyse(const tql::id_t& parentFolder, const IntervalSet& int
                            IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
   traceId("Analysing domain ", object.id);
   const std::string label = stringOr(object, schema::kTreeLabel, "");
-  const tql::id_t folder = addFolder(parentFolder, schema::kFolderDomain, label, object.id);
+  const tql::id_t folder =
+      addFolder(context->db, parentFolder, schema::kFolderDomain, label, object.id);
   const bool availability = issue->wantSummary && issue->kind == ReportKind::kAvailability;
   if (parentStats.explanationFolder.empty() && availability) {
-    addExplanation(parentFolder, object.id, parentStats);
+    addExplanation(context->db, parentFolder, object.id, parentStats);
   }
-  if (issue->kind == ReportKind::kConfiguration) addDomainConfiguration(folder, object, timeZone);
+  if (issue->kind == ReportKind::kConfiguration)
+    addDomainConfiguration(context->db, folder, object, timeZone);
   IssueStats stats;
   stats.explanationFolder = parentStats.explanationFolder;
   descend(folder, intervals, stats, firstSample, timeZone);
-  if (availability) addAvailabilityRows(*issue, folder, stats, "Worst node availability is ");
+  if (availability)
+    addAvailabilityRows(context->db, *issue, folder, stats, "Worst node availability is ");
   parentStats.merge(stats);
   hideIfWanted(folder, stats.worst);
   status = 0;

@@ -20,7 +20,8 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
     return;
   }
   const std::string label = stringOr(*tree, schema::kLongLabel, "\"Unknown\"");
-  const tql::id_t folder = addFolder(parentFolder, schema::kFolderNode, label, object.id);
+  const tql::id_t folder =
+      addFolder(context->db, parentFolder, schema::kFolderNode, label, object.id);
   IssueStats stats;
   stats.explanationFolder = parentStats.explanationFolder;
   descend(*tree, folder, intervals, stats, firstSample, timeZone);
@@ -30,7 +31,7 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
         kLogTrace);
   }
   if (issue->wantSummary && issue->kind == ReportKind::kAvailability) {
-    addAvailabilityRows(*issue, folder, stats, "Worst check availability is ");
+    addAvailabilityRows(context->db, *issue, folder, stats, "Worst check availability is ");
   }
   if (stats.checks != 0) {
     // For the level above a node is one item with its total availability.
@@ -42,10 +43,10 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
   }
   if (issue->wantIncidents &&
       (issue->kind == ReportKind::kAvailability || issue->kind == ReportKind::kIncidents)) {
-    addIncidentLog(*issue, context->flags, folder, object.id, timeZone);
+    addIncidentLog(context->db, *issue, context->flags, folder, object.id, timeZone);
   }
   if (issue->wantSummary && issue->kind == ReportKind::kConfiguration) {
-    addNodeConfiguration(folder, *tree, context->treeRoot, timeZone);
+    addNodeConfiguration(context->db, folder, *tree, context->treeRoot, timeZone);
   }
   hideIfWanted(folder, stats.worst);
   progress.advance(1);

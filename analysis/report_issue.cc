@@ -1,12 +1,12 @@
 #include "analysis/report_issue.h"
 
-#include "queues/tql_operations.h"
+#include "dbms/tql_operations.h"
 #include "tql/schema.h"
 
 void ReportIssue::hideIfWanted(const tql::id_t& folder, double value) const {
   if (depth < issue->hideLevel || !(value >= issue->hideThreshold)) return;
   // The delete needs the folder's current version.
   std::unique_ptr<tql::patch_t> stored =
-      tql::get_object(folder, schema::kReportResultFolder, *queues::global_queue());
-  if (stored) tql::delete_object(folder, stored->version);
+      tql::get_object(context->db, folder, schema::kReportResultFolder);
+  if (stored) tql::delete_object(context->db, folder, stored->version);
 }

@@ -8,15 +8,15 @@
 #include "tql/decode.h"
 #include "tql/schema.h"
 
-ReportTree reportTree(const tql::patch_t& report,
+ReportTree reportTree(dbms::Database& db, const tql::patch_t& report,
                       const std::vector<ReportSelectionRecord>& selections, ReportKind kind) {
   ReportTree tree;
   if (!selections.empty()) {
-    tree.pattern = selectionTreePattern(selections, readNodeClasses());
+    tree.pattern = selectionTreePattern(selections, readNodeClasses(db));
     if (kind == ReportKind::kOverview) {
-      tree.selector = std::make_unique<NoCheckSelector>();
+      tree.selector = std::make_unique<NoCheckSelector>(db);
     } else {
-      tree.selector = std::make_unique<TagCheckSelector>(selections);
+      tree.selector = std::make_unique<TagCheckSelector>(db, selections);
     }
     return tree;
   }
@@ -28,7 +28,7 @@ ReportTree reportTree(const tql::patch_t& report,
   tql::object_set_t ids;
   tql::decode_object_set(*contains, ids);
   tree.pattern = oldStyleTreePattern(ids);
-  tree.selector = std::make_unique<OldStyleCheckSelector>(std::move(ids));
+  tree.selector = std::make_unique<OldStyleCheckSelector>(db, std::move(ids));
   return tree;
 }
 

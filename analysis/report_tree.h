@@ -22,9 +22,10 @@ struct ReportTree {
 // (a NoCheckSelector for an overview). Otherwise the old-style pattern over
 // the Report's `contains` with an OldStyleCheckSelector; when `contains` is
 // absent or null, the debug line "Unable to find contents of template" and
-// no pattern (both members null). `selections` must outlive the selector.
+// no pattern (both members null). `selections` and `db` must outlive the
+// selector.
 // Raises errors::tql (the catalogue's select, a damaged `contains`).
-ReportTree reportTree(const tql::patch_t& report,
+ReportTree reportTree(dbms::Database& db, const tql::patch_t& report,
                       const std::vector<ReportSelectionRecord>& selections, ReportKind kind);
 
 // The nodes of a report's tree: a Domain counts its children, a Node 1;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tql/property.h"
 
@@ -13,7 +14,7 @@
 // order given) and returns its id. On errors::tql, when `className` is not
 // null, writes "Caught exception during creation of " className " with
 // parent " the parent's id ": " the text " , " the code, and rethrows.
-tql::id_t createResult(const tql::id_t& parent, int32_t class_,
+tql::id_t createResult(dbms::Database& db, const tql::id_t& parent, int32_t class_,
                        std::vector<tql::property_ptr> properties, const char* className);
 
 // `originNode` holding `origin`, or nothing when `origin` is empty.

@@ -66,8 +66,8 @@ std::vector<tql::property_ptr> graphProperties(const std::string& name, const Gr
   return p;
 }
 
-tql::id_t addGraph(const tql::id_t& parent, const std::string& name, const GraphSettings& s,
-                   const tql::patch_t& check) {
-  return createResult(parent, schema::kReportResultGraph, graphProperties(name, s, check),
+tql::id_t addGraph(dbms::Database& db, const tql::id_t& parent, const std::string& name,
+                   const GraphSettings& s, const tql::patch_t& check) {
+  return createResult(db, parent, schema::kReportResultGraph, graphProperties(name, s, check),
                       "ReportResultGraph");
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tql/patch.h"
 #include "tql/property.h"
@@ -39,5 +40,5 @@ std::vector<tql::property_ptr> graphProperties(const std::string& name,
 
 // Creates the graph with graphProperties under `parent`. Raises errors::tql
 // (after the error line) when the create fails.
-tql::id_t addGraph(const tql::id_t& parent, const std::string& name, const GraphSettings& settings,
-                   const tql::patch_t& check);
+tql::id_t addGraph(dbms::Database& db, const tql::id_t& parent, const std::string& name,
+                   const GraphSettings& settings, const tql::patch_t& check);

@@ -1,7 +1,7 @@
 // The operations that write a report's result objects under its instance.
 // Each created folder, row, log, graph or text takes the next value of one
 // process-wide `order` counter (starting at 1, never reset), so creation
-// order is display order. All go through the process's queue; a failed
+// order is display order. All are creates in `db`; a failed
 // create writes an error line naming the class and the parent and rethrows
 // the errors::tql.
 #pragma once
@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tql/patch.h"
 
@@ -16,23 +17,23 @@
 uint32_t next_result_order();
 
 // A ReportResultFolder; `origin` empty sets no `originNode`.
-tql::id_t addFolder(const tql::id_t& parent, uint32_t folderType, const std::string& name,
-                    const tql::id_t& origin);
+tql::id_t addFolder(dbms::Database& db, const tql::id_t& parent, uint32_t folderType,
+                    const std::string& name, const tql::id_t& origin);
 // A ReportResultRow with `name` := label and `text` := value.
-tql::id_t addRow(const tql::id_t& parent, const std::string& label, const std::string& value,
-                 const tql::id_t& origin);
+tql::id_t addRow(dbms::Database& db, const tql::id_t& parent, const std::string& label,
+                 const std::string& value, const tql::id_t& origin);
 // A ReportResultLog; its entries are a series put by the caller.
-tql::id_t addLog(const tql::id_t& parent, const std::string& name);
+tql::id_t addLog(dbms::Database& db, const tql::id_t& parent, const std::string& name);
 // A ReportText with `comment` := text.
-tql::id_t addText(const tql::id_t& parent, const std::string& text);
+tql::id_t addText(dbms::Database& db, const tql::id_t& parent, const std::string& text);
 
 // A row from `object`'s property: its string, or the text form of another
 // kind. Absent or null: with `useDefault` a row with `defaultText`,
 // otherwise no row.
-void addPropertyRow(const tql::id_t& parent, const std::string& label, const tql::patch_t& object,
-                    int32_t property, bool useDefault, const std::string& defaultText,
-                    const tql::id_t& origin);
+void addPropertyRow(dbms::Database& db, const tql::id_t& parent, const std::string& label,
+                    const tql::patch_t& object, int32_t property, bool useDefault,
+                    const std::string& defaultText, const tql::id_t& origin);
 // addPropertyRow without a default, with the debug lines "Existing property "
 // and "Non-existing property ".
-void addPropertyRowIfSet(const tql::id_t& parent, const std::string& label,
+void addPropertyRowIfSet(dbms::Database& db, const tql::id_t& parent, const std::string& label,
                          const tql::patch_t& object, int32_t property, const tql::id_t& origin);

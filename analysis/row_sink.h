@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tql/patch.h"
 #include "tql/pattern.h"
@@ -51,6 +52,8 @@ class ObjectSource {
 // The result writers of result_objects.h.
 class DatabaseRows final : public RowSink {
  public:
+  // Creates in `db`, which outlives this.
+  explicit DatabaseRows(dbms::Database& db) : db_(db) {}
   tql::id_t folder(const tql::id_t& parent, uint32_t folderType, const std::string& name,
                    const tql::id_t& origin) override;
   void row(const tql::id_t& parent, const std::string& label, const std::string& value,
@@ -61,16 +64,22 @@ class DatabaseRows final : public RowSink {
   void propertyRowIfSet(const tql::id_t& parent, const std::string& label,
                         const tql::patch_t& object, int32_t property,
                         const tql::id_t& origin) override;
+
+ private:
+  dbms::Database& db_;
 };
 
-// The typed operations of tql_operations.h over the process's queue (a
-// missing queue is the fatal assertion "No cqueue for qdialog"); they raise
-// errors::tql for a failed select.
+// The typed operations of tql_operations.h on `db`, which outlives this;
+// they raise errors::tql for a failed select.
 class DatabaseObjects final : public ObjectSource {
  public:
+  explicit DatabaseObjects(dbms::Database& db) : db_(db) {}
   std::unique_ptr<tql::patch_t> selectOne(const tql::id_t& id,
                                           std::unique_ptr<tql::pattern_t> pattern) override;
   std::vector<tql::patch_t> select(const std::list<tql::id_t>& ids,
                                    std::unique_ptr<tql::pattern_t> pattern) override;
   std::unique_ptr<tql::patch_t> getObject(const tql::id_t& id, int32_t class_) override;
+
+ private:
+  dbms::Database& db_;
 };

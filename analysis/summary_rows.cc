@@ -106,18 +106,20 @@ void writeExplanation(RowSink& rows, const tql::id_t& parentFolder, const tql::i
   for (const char* text : kClosingRows) rows.row(explanation, "", text, {});
 }
 
-void addSummaryRows(const ResolvedIssue& issue, const tql::id_t& folder, const IssueStats& stats) {
-  DatabaseRows rows;
+void addSummaryRows(dbms::Database& db, const ResolvedIssue& issue, const tql::id_t& folder,
+                    const IssueStats& stats) {
+  DatabaseRows rows(db);
   writeSummaryRows(rows, issue, folder, stats);
 }
 
-void addAvailabilityRows(const ResolvedIssue& issue, const tql::id_t& folder,
+void addAvailabilityRows(dbms::Database& db, const ResolvedIssue& issue, const tql::id_t& folder,
                          const IssueStats& stats, const std::string& worstText) {
-  DatabaseRows rows;
+  DatabaseRows rows(db);
   writeAvailabilityRows(rows, issue, folder, stats, worstText);
 }
 
-void addExplanation(const tql::id_t& parentFolder, const tql::id_t& domainId, IssueStats& stats) {
-  DatabaseRows rows;
+void addExplanation(dbms::Database& db, const tql::id_t& parentFolder, const tql::id_t& domainId,
+                    IssueStats& stats) {
+  DatabaseRows rows(db);
   writeExplanation(rows, parentFolder, domainId, stats);
 }

@@ -14,12 +14,12 @@ int main(int argc, char** argv) try {
   int n = argc > 1 ? std::atoi(argv[1]) : 10000;
   io::SiblingMessenger messenger(12, "smem");
   queues::childqueue queue(messenger);
-  queues::set_global_queue(&queue);
+  queues::QueueDatabase db(queue);
   dbms::Tql_Delete_Data request;
   request.id = tql::id_t{0, 1, 5};
-  queues::tql_delete(request);  // The first one waits for the areas; not timed.
+  db.remove(request);  // The first one waits for the areas; not timed.
   auto start = std::chrono::steady_clock::now();
-  for (int i = 0; i < n; ++i) queues::tql_delete(request);
+  for (int i = 0; i < n; ++i) db.remove(request);
   std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
   FILE* out = argc > 2 ? std::fopen(argv[2], "w") : nullptr;
   if (!out) return 1;

@@ -7,11 +7,11 @@
 //   5. ends with 0 after the parent's end of stream, 1 on an exception.
 #include "base/log.h"
 #include "base/meter.h"
+#include "dbms/tql_operations.h"
 #include "host/test_child.h"
 #include "queues/childqueue.h"
 #include "queues/event_names.h"
 #include "queues/qdialog.h"
-#include "queues/tql_operations.h"
 
 namespace {
 
@@ -27,11 +27,12 @@ uint64_t noblockings() {
 
 int main() {
   return run_test_child(
-      [](queues::childqueue&) {
-        log("config: " + queues::server_configuration().mail_server);
+      [](queues::childqueue& queue) {
+        log("config: " + queues::server_configuration(queue).mail_server);
         // Two dialogs back to back, so that their numbers follow each other.
-        int32_t first = tql::delete_object(tql::id_t{0, 1, 5}, tql::version_t{3, 4});
-        int32_t second = tql::delete_object(tql::id_t{0, 1, 5}, tql::version_t{3, 4});
+        queues::QueueDatabase db(queue);
+        int32_t first = tql::delete_object(db, tql::id_t{0, 1, 5}, tql::version_t{3, 4});
+        int32_t second = tql::delete_object(db, tql::id_t{0, 1, 5}, tql::version_t{3, 4});
         log("delete status " + std::to_string(first) + ", " + std::to_string(second));
         log("noblockings: " + std::to_string(noblockings()));
       },

@@ -4,7 +4,7 @@ find_package(nlohmann_json REQUIRED)
 tavrel_library(host_store
   SOURCES store_objects.cc select_match.cc select_eval.cc store_series.cc store_series_read.cc
           store_database.cc world_names.cc world_values.cc world_config.cc world_series.cc
-          world_load.cc world_dump.cc store_subscriptions.cc progress_watch.cc
+          world_load.cc world_dump.cc store_subscriptions.cc progress_watch.cc direct_database.cc
   DEPS tavrel_dbms tavrel_tsdb tavrel_tql tavrel_protocol tavrel_base
        nlohmann_json::nlohmann_json)
 tavrel_library(host_store_testing

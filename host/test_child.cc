@@ -12,7 +12,6 @@ int run_test_child(const std::function<void(queues::childqueue&)>& work,
   try {
     io::SiblingMessenger messenger(12, "smem");
     queues::childqueue queue(messenger);
-    queues::set_global_queue(&queue);
     queues::set_log_queue(&queue);
     work(queue);
     bool stopping = false;

@@ -1,7 +1,7 @@
 #include "mailing/mail_jobs.h"
 
 #include "base/log.h"
-#include "queues/report_incident.h"
+#include "dbms/report_incident.h"
 #include "tql/catalogue.h"
 #include "tql/errors.h"
 #include "tql/property.h"
@@ -33,7 +33,7 @@ void report_unknown_destination(const tql::id_t& report_id, uint32_t order,
   std::string text = "Could not get email addresses while sending report";
   if (order != 0) text += " number " + std::to_string(order);
   try {
-    backend.incident(report_id, queues::kIncidentFailure, text + ".");
+    backend.incident(report_id, dbms::kIncidentFailure, text + ".");
   } catch (const errors::tql& e) {
     trace("Could not write the incident of a ReportSendTo job: " + e.text());
   }

@@ -3,12 +3,12 @@
 #include <memory>
 
 #include "base/log.h"
+#include "dbms/report_incident.h"
 #include "email/message.h"
 #include "email/mime_multipart.h"
 #include "mailing/mime_image_generator.h"
 #include "mailing/report_bodies.h"
 #include "queues/configuration.h"
-#include "queues/report_incident.h"
 
 namespace {
 
@@ -69,13 +69,13 @@ bool send_report_mail(const ReportMail& mail, const ReportMailSettings& settings
   const std::string number_text =
       mail.order != 0 ? "number " + std::to_string(mail.order) + " " : "";
   const std::string who = to_text.empty() ? "nobody!" : to_text;
-  incident(queues::kIncidentProgress, "Sending report " + number_text + "to " + who + "...");
+  incident(dbms::kIncidentProgress, "Sending report " + number_text + "to " + who + "...");
   if (!client.send(message)) {
     log("Unable to send report e-mail - please check mail server setup");
-    incident(queues::kIncidentFailure, "Report " + number_text + "has not been send" +
-                                           (to_text.empty() ? "!" : " to " + to_text + "!"));
+    incident(dbms::kIncidentFailure, "Report " + number_text + "has not been send" +
+                                         (to_text.empty() ? "!" : " to " + to_text + "!"));
     return false;
   }
-  incident(queues::kIncidentProgress, "Report " + number_text + "sent to " + who);
+  incident(dbms::kIncidentProgress, "Report " + number_text + "sent to " + who);
   return true;
 }

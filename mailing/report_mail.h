@@ -30,7 +30,7 @@ struct ReportMailSettings {
 ReportMailSettings configured_mail_settings();
 
 // Receives one line for the report's incident series: its severity
-// (queues::kIncidentProgress or kIncidentFailure) and text.
+// (dbms::kIncidentProgress or kIncidentFailure) and text.
 using IncidentSink = std::function<void(uint32_t severity, const std::string& text)>;
 
 // One mail of one report instance.

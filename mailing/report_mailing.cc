@@ -1,5 +1,5 @@
 // The stored side of report mailing: the report, its instance and its
-// incident series through the process's queue. Everything else is in
+// incident series in the database. Everything else is in
 // report_mail.cc and mail_jobs.cc, which tests run without a queue.
 #include "mailing/report_mailing.h"
 
@@ -8,11 +8,10 @@
 #include "base/fatal.h"
 #include "base/log.h"
 #include "base/time_value.h"
+#include "dbms/report_incident.h"
+#include "dbms/tql_operations.h"
 #include "mailing/mail_jobs.h"
 #include "mailing/report_mail.h"
-#include "queues/childqueue.h"
-#include "queues/report_incident.h"
-#include "queues/tql_operations.h"
 #include "report/server_report.h"
 #include "report/server_values.h"
 #include "resource/collection.h"
@@ -30,17 +29,15 @@ bool finished(const tql::patch_t& instance) {
   return worker == nullptr || worker->is_null || worker->value == 0;
 }
 
-void send_stored_report(const std::vector<std::string>& addresses, const tql::id_t& instance_id,
-                        const tql::id_t& report_id) {
-  TAVREL_ASSERT(queues::global_queue() != nullptr, "Report mailing needs the process's queue");
-  queues::childqueue& queue = *queues::global_queue();
-  const std::unique_ptr<tql::patch_t> report = tql::get_object(report_id, schema::kReport, queue);
+void send_stored_report(dbms::Database& db, const std::vector<std::string>& addresses,
+                        const tql::id_t& instance_id, const tql::id_t& report_id) {
+  const std::unique_ptr<tql::patch_t> report = tql::get_object(db, report_id, schema::kReport);
   if (!report) {
     log("Unable to get report object for report mailing");
     return;
   }
   const std::unique_ptr<tql::patch_t> stored =
-      tql::get_object(instance_id, schema::kReportInstance, queue);
+      tql::get_object(db, instance_id, schema::kReportInstance);
   if (!stored) {
     log("Unable to fetch report instance object for order property");
     return;
@@ -51,54 +48,58 @@ void send_stored_report(const std::vector<std::string>& addresses, const tql::id
   // The instance is opened once it is known to exist, so that a gone
   // instance is told as such rather than as a failed read.
   const std::unique_ptr<report::ReportInstance> instance =
-      report::open_server_instance(instance_id);
+      report::open_server_instance(db, instance_id);
 
   const ReportMail mail{addresses, instance.get(), report::stored::zone_of(*report),
                         order->is_null ? 0 : order->value};
   send_report_mail(mail, configured_mail_settings(), resource::resources(),
-                   [&report_id](uint32_t severity, const std::string& text) {
-                     queues::report_incident(report_id, severity, text, TimeValue::now());
+                   [&db, &report_id](uint32_t severity, const std::string& text) {
+                     dbms::report_incident(db, report_id, severity, text, TimeValue::now());
                    });
 }
 
-// Jobs are mailed and deleted through the process's queue.
+// Jobs are mailed, checked and deleted in the database.
 class StoredMailing : public MailingBackend {
  public:
+  explicit StoredMailing(dbms::Database& db) : db_(db) {}
+
   void mail(const std::vector<std::string>& addresses, const tql::id_t& instance_id,
             const tql::id_t& report_id) override {
-    mail_report(addresses, instance_id, report_id);
+    mail_report(db_, addresses, instance_id, report_id);
   }
   void incident(const tql::id_t& report_id, uint32_t severity, const std::string& text) override {
-    queues::report_incident(report_id, severity, text, TimeValue::now());
+    dbms::report_incident(db_, report_id, severity, text, TimeValue::now());
   }
   void delete_job(const tql::id_t& id, tql::version_t version) override {
-    tql::delete_object(id, version);
+    tql::delete_object(db_, id, version);
   }
   bool job_due(const tql::id_t& instance_id, const tql::id_t& job_id,
                tql::version_t version) override {
-    queues::childqueue& queue = *queues::global_queue();
-    const std::unique_ptr<tql::patch_t> job = tql::get_object(job_id, schema::kReportSendTo, queue);
+    const std::unique_ptr<tql::patch_t> job = tql::get_object(db_, job_id, schema::kReportSendTo);
     if (!job || job->version != version) return false;
     const std::unique_ptr<tql::patch_t> instance =
-        tql::get_object(instance_id, schema::kReportInstance, queue);
+        tql::get_object(db_, instance_id, schema::kReportInstance);
     return instance && finished(*instance);
   }
+
+ private:
+  dbms::Database& db_;
 };
 
 }  // namespace
 
-void mail_report(const std::vector<std::string>& addresses, tql::id_t instance_id,
-                 tql::id_t report_id) {
+void mail_report(dbms::Database& db, const std::vector<std::string>& addresses,
+                 tql::id_t instance_id, tql::id_t report_id) {
   if (addresses.empty()) return;
   try {
-    send_stored_report(addresses, instance_id, report_id);
+    send_stored_report(db, addresses, instance_id, report_id);
   } catch (const errors::tql& e) {
     log("Cannot mail report: " + e.text());
   }
 }
 
-void treat_mail_reply(dbms::Return_Tql_Select_Data& reply, uint32_t inresponse,
+void treat_mail_reply(dbms::Database& db, dbms::Return_Tql_Select_Data& reply, uint32_t inresponse,
                       uint32_t sendto_select_id) {
-  StoredMailing backend;
+  StoredMailing backend(db);
   serve_mail_reply(reply, inresponse, sendto_select_id, backend);
 }

@@ -22,14 +22,9 @@ meter::IntegerCounter noblockings(
     &queues_group, "noblockings", "",
     "The number of times a reply from another process was immediately available");
 
-childqueue* the_queue = nullptr;
-
 bool valid_queue(int32_t q) { return q >= 0 && q < 23; }
 
 }  // namespace
-
-childqueue* global_queue() { return the_queue; }
-void set_global_queue(childqueue* q) { the_queue = q; }
 
 childqueue::childqueue(io::SiblingMessenger& messenger) : messenger_(messenger), front_(*this) {
   set_underlying(&messenger_.some_sibling(), true);

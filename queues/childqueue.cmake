@@ -1,5 +1,5 @@
-# The event queue over the sibling messenger, its dialogs and the typed
-# database operations.
-set(CHILDQUEUE_SOURCES childqueue.cc qdialog.cc tql_operations.cc report_incident.cc
+# The event queue over the sibling messenger and its dialogs: the database
+# over the queue, the parent's configuration.
+set(CHILDQUEUE_SOURCES childqueue.cc qdialog.cc
     configuration.cc metering.cc)
 

@@ -8,8 +8,8 @@
 // ready while events wait on the pending list or the messenger has input;
 // an outer selector may wait on it.
 //
-// One thread. The process has one queue, set with set_global_queue() right
-// after it is built; the dialogs and the logger use it.
+// One thread. The process has one queue; its main hands it to what talks to
+// the siblings (queues/qdialog.h) and to the logger (set_log_queue).
 #pragma once
 
 #include <array>
@@ -96,10 +96,6 @@ class childqueue : public io::StackedSelectableBack {
   bool ready_ = false;
   InFront front_;
 };
-
-// The process's one queue, for the dialogs and the logger; null at first.
-childqueue* global_queue();
-void set_global_queue(childqueue* q);
 
 // Sends log messages to the parent as SYSTEM_LOG_REQUEST events over `q`;
 // null sends them to standard error again.

@@ -1,39 +1,38 @@
-// Dialogs: a request to a sibling and the wait for its reply, over the
-// process's queue (global_queue(), or the one given to tql_select).
+// Dialogs: a request to a sibling over the process's queue and the wait for
+// its reply. QueueDatabase is the database of dbms/database.h over a queue;
+// server_configuration asks the parent.
 //
-// Each returns the reply's record. A peer that reaches the end of its
-// stream raises error::ESystemError ("Peer DBMS returned EOS when waiting
-// for dbms::Return_Tql_Select", ...); an exception reply raises
-// errors::remote_error with the peer's text. No queue set, or a reply of
-// the wrong type, is a fatal assertion.
+// A peer that reaches the end of its stream raises error::ESystemError
+// ("Peer DBMS returned EOS when waiting for dbms::Return_Tql_Select", ...);
+// an exception reply raises errors::remote_error with the peer's text. A
+// reply of the wrong type is a fatal assertion.
 #pragma once
 
-#include "base/error.h"
 #include "dbms/control_records.h"
-#include "dbms/tql_records.h"
-#include "dbms/tsdb_records.h"
+#include "dbms/database.h"
 #include "queues/childqueue.h"
-
-namespace errors {
-
-// A peer's failure reply: its text.
-class remote_error : public error::TextException {
-  using TextException::TextException;
-};
-
-}  // namespace errors
 
 namespace queues {
 
-dbms::Return_Tql_Select_Data tql_select(const dbms::Tql_Select_Data& request, childqueue& q);
-dbms::Return_Tql_Create_Data tql_create(const dbms::Tql_Create_Data& request);
-dbms::Return_Tql_Update_Data tql_update(const dbms::Tql_Update_Data& request);
-dbms::Return_Tql_Delete_Data tql_delete(const dbms::Tql_Delete_Data& request);
-dbms::Return_Tql_Forget_Data tql_forget(const dbms::Tql_Forget_Data& request);
-dbms::Return_TSDB_Get_Data_Data tsdb_get_data(const dbms::TSDB_Get_Data_Data& request);
-dbms::Return_TSDB_Put_Data_Data tsdb_put_data(const dbms::TSDB_Put_Data_Data& request);
-dbms::Return_TSDB_Append_Data_Record_Data tsdb_append_data_record(
-    const dbms::TSDB_Append_Data_Record_Data& request);
-control::Server_Configuration_Fields server_configuration();
+class QueueDatabase : public dbms::Database {
+ public:
+  // The queue must outlive this.
+  explicit QueueDatabase(childqueue& queue) : queue_(queue) {}
+
+  dbms::Return_Tql_Select_Data select(const dbms::Tql_Select_Data& request) override;
+  dbms::Return_Tql_Create_Data create(const dbms::Tql_Create_Data& request) override;
+  dbms::Return_Tql_Update_Data update(const dbms::Tql_Update_Data& request) override;
+  dbms::Return_Tql_Delete_Data remove(const dbms::Tql_Delete_Data& request) override;
+  dbms::Return_Tql_Forget_Data forget(const dbms::Tql_Forget_Data& request) override;
+  dbms::Return_TSDB_Get_Data_Data get_data(const dbms::TSDB_Get_Data_Data& request) override;
+  dbms::Return_TSDB_Put_Data_Data put_data(const dbms::TSDB_Put_Data_Data& request) override;
+  dbms::Return_TSDB_Append_Data_Record_Data append_data_record(
+      const dbms::TSDB_Append_Data_Record_Data& request) override;
+
+ private:
+  childqueue& queue_;
+};
+
+control::Server_Configuration_Fields server_configuration(childqueue& queue);
 
 }  // namespace queues

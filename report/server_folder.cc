@@ -58,38 +58,38 @@ void ServerReportFolder::name(std::string& out) { out = stored::text_of(object, 
 void ServerReportFolder::anchor(std::string& out) { out = object.id.text(); }
 
 void ServerReportFolder::contents(report::ContentList& out) {
-  std::vector<tql::patch_t> children = stored::select_children(object.id, content_steps());
+  std::vector<tql::patch_t> children = stored::select_children(db_, object.id, content_steps());
   stored::sort_by_order(children);
   for (tql::patch_t& child : children) {
     if (child.class_ == schema::kReportResultFolder && !is_sub_section(child)) continue;
-    out.push_back(stored::make_item(std::move(child)));
+    out.push_back(stored::make_item(db_, std::move(child)));
   }
 }
 
 void ServerReportFolder::subfolders(std::vector<std::unique_ptr<report::ReportFolder>>& out) {
-  std::vector<tql::patch_t> children = stored::select_children(object.id, {folder_step()});
+  std::vector<tql::patch_t> children = stored::select_children(db_, object.id, {folder_step()});
   std::erase_if(children, [](const tql::patch_t& child) {
     return child.class_ != schema::kReportResultFolder || !stored::folder_type_of(child) ||
            is_sub_section(child);
   });
   stored::sort_folders(children);
   for (tql::patch_t& child : children) {
-    out.push_back(std::make_unique<ServerReportFolder>(std::move(child)));
+    out.push_back(std::make_unique<ServerReportFolder>(db_, std::move(child)));
   }
 }
 
 namespace report::stored {
 
-std::unique_ptr<ReportFolderContent> make_item(tql::patch_t object) {
+std::unique_ptr<ReportFolderContent> make_item(dbms::Database& db, tql::patch_t object) {
   switch (object.class_) {
     case schema::kReportResultRow:
       return std::make_unique<ServerReportRow>(std::move(object));
     case schema::kReportResultGraph:
-      return std::make_unique<ServerReportGraph>(std::move(object));
+      return std::make_unique<ServerReportGraph>(db, std::move(object));
     case schema::kReportResultLog:
-      return std::make_unique<ServerReportLog>(std::move(object));
+      return std::make_unique<ServerReportLog>(db, std::move(object));
     case schema::kReportResultFolder:
-      return std::make_unique<ServerReportFolder>(std::move(object));
+      return std::make_unique<ServerReportFolder>(db, std::move(object));
     case schema::kReportText:
       return std::make_unique<ServerReportText>(std::move(object));
     default:

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "dbms/database.h"
 #include "report/read_model.h"
 #include "tql/id.h"
 
@@ -16,7 +17,8 @@ class ServerReportInstance : public report::ReportInstance {
   // doesn't exist (any more) raises errors::tql code 1 "Report instance ID
   // not found"; a missing name or time raises errors::tql code 6, a value of
   // the wrong kind code 9.
-  explicit ServerReportInstance(tql::id_t instance_id);
+  // Reads from `db`, which outlives this.
+  ServerReportInstance(dbms::Database& db, tql::id_t instance_id);
 
   int64_t start() override { return start_; }
   int64_t duration() override { return duration_; }
@@ -29,6 +31,7 @@ class ServerReportInstance : public report::ReportInstance {
   void contents(report::ContentList& out) override;
 
  private:
+  dbms::Database& db_;
   tql::id_t id_;
   std::string name_;
   int64_t start_ = 0;

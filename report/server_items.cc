@@ -3,7 +3,6 @@
 #include "base/error.h"
 #include "base/fatal.h"
 #include "grapher/check_image.h"
-#include "queues/qdialog.h"
 #include "report/server_values.h"
 #include "tql/schema.h"
 
@@ -16,8 +15,8 @@ namespace {
 // The whole series `index` of `owner`, or its first `count` records. The
 // reply's status is not looked at: a series that can't be read reads as
 // none, and each caller treats that as its own case.
-dbms::Return_TSDB_Get_Data_Data read_series(const tql::id_t& owner, int32_t index, bool raw,
-                                            int32_t count) {
+dbms::Return_TSDB_Get_Data_Data read_series(dbms::Database& db, const tql::id_t& owner,
+                                            int32_t index, bool raw, int32_t count) {
   dbms::TSDB_Get_Data_Data request;
   request.id = owner;
   request.index_property = index;
@@ -27,7 +26,7 @@ dbms::Return_TSDB_Get_Data_Data read_series(const tql::id_t& owner, int32_t inde
   request.end = 0x7fffffff;
   request.count = count;
   request.offset = 0;
-  return queues::tsdb_get_data(request);
+  return db.get_data(request);
 }
 
 bool is_chart_series(int32_t data_type) {
@@ -43,7 +42,7 @@ void ServerReportRow::value(std::string& out) { out = text_of(object, schema::kT
 void ServerReportRow::origin(std::string& out) { out = stored::origin_of(object); }
 
 std::unique_ptr<report::ReportGraph> ServerReportGraph::clone() const {
-  return std::make_unique<ServerReportGraph>(object);
+  return std::make_unique<ServerReportGraph>(*db_, object);
 }
 void ServerReportGraph::comment(std::string& out) { out = text_of(object, schema::kComment); }
 void ServerReportGraph::name(std::string& out) { out = text_of(object, schema::kName); }
@@ -53,7 +52,7 @@ bool ServerReportGraph::showNoResponse() { return flag_of(object, schema::kGraph
 bool ServerReportGraph::tabular() { return flag_of(object, schema::kGraphTabularUptime); }
 
 dbms::Return_TSDB_Get_Data_Data ServerReportGraph::read_samples() const {
-  return read_series(object.id, schema::kTsdbIndex, true, 200);
+  return read_series(*db_, object.id, schema::kTsdbIndex, true, 200);
 }
 
 void ServerReportGraph::generate_check_image(grapher::Graph& graph) {
@@ -81,7 +80,7 @@ void ServerReportLog::name(std::string& out) { out = text_of(object, schema::kNa
 bool ServerReportLog::next() {
   if (!entries) {
     dbms::Return_TSDB_Get_Data_Data series =
-        read_series(object.id, schema::kTsdbIncident, false, 0x7fffffff);
+        read_series(db_, object.id, schema::kTsdbIncident, false, 0x7fffffff);
     entries = std::make_unique<IncidentCursor>(std::move(series.data));
   }
   return entries->next();

@@ -1,10 +1,9 @@
 // The read model over stored result objects: each class holds the object
 // that a query returned (`object`, only the properties the read side shows)
-// and reads further levels from the database when asked, through the
-// process's queue.
+// and reads further levels from the database when asked.
 //
 // Failures: errors::tql for a failed query or a stored value of the wrong
-// kind, and what the dialogs raise (queues/qdialog.h). Not thread-safe.
+// kind, and what the database raises (dbms/database.h). Not thread-safe.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "dbms/tsdb_records.h"
+#include "dbms/database.h"
 #include "report/read_model.h"
 #include "tql/patch.h"
 #include "tsdb/interval.h"
@@ -34,7 +33,9 @@ class ServerReportRow : public report::ReportRow {
 
 class ServerReportGraph : public report::ReportGraph {
  public:
-  explicit ServerReportGraph(tql::patch_t object) : object(std::move(object)) {}
+  // Reads its samples from `db`, which outlives this and its clones.
+  ServerReportGraph(dbms::Database& db, tql::patch_t object)
+      : object(std::move(object)), db_(&db) {}
   std::unique_ptr<report::ReportGraph> clone() const override;
   void comment(std::string& out) override;
   void name(std::string& out) override;
@@ -56,6 +57,9 @@ class ServerReportGraph : public report::ReportGraph {
   dbms::Return_TSDB_Get_Data_Data read_samples() const;
 
   tql::patch_t object;
+
+ private:
+  dbms::Database* db_;
 };
 
 // Steps through the records of an incident series. A record that is no
@@ -77,7 +81,8 @@ class IncidentCursor {
 
 class ServerReportLog : public report::ReportLog {
  public:
-  explicit ServerReportLog(tql::patch_t object) : object(std::move(object)) {}
+  // Reads its entries from `db`, which outlives this.
+  ServerReportLog(dbms::Database& db, tql::patch_t object) : object(std::move(object)), db_(db) {}
   void comment(std::string& out) override;
   void name(std::string& out) override;
   // The first call reads the whole `tsdbIncident` series of the log.
@@ -92,6 +97,8 @@ class ServerReportLog : public report::ReportLog {
 
  private:
   const tsdb::data_interval_incident_t& current() const;
+
+  dbms::Database& db_;
 };
 
 class ServerReportText : public report::ReportText {
@@ -104,7 +111,9 @@ class ServerReportText : public report::ReportText {
 
 class ServerReportFolder : public report::ReportFolder {
  public:
-  explicit ServerReportFolder(tql::patch_t object) : object(std::move(object)) {}
+  // Reads its children from `db`, which outlives this.
+  ServerReportFolder(dbms::Database& db, tql::patch_t object)
+      : object(std::move(object)), db_(db) {}
   void comment(std::string& out) override;
   // The stored type; kUnknownFolderType when it is missing or damaged.
   uint32_t folderType() override;
@@ -116,6 +125,9 @@ class ServerReportFolder : public report::ReportFolder {
   static constexpr uint32_t kUnknownFolderType = 0xffffffff;
 
   tql::patch_t object;
+
+ private:
+  dbms::Database& db_;
 };
 
 namespace report::stored {
@@ -124,6 +136,6 @@ namespace report::stored {
 // class: a row, graph, log, folder or text. Another class, which the
 // queries don't ask for, raises error::EParseError "Unexpected class in
 // report: N".
-std::unique_ptr<ReportFolderContent> make_item(tql::patch_t object);
+std::unique_ptr<ReportFolderContent> make_item(dbms::Database& db, tql::patch_t object);
 
 }  // namespace report::stored

@@ -4,12 +4,17 @@
 
 #include <gtest/gtest.h>
 
+#include "host/direct_database.h"
 #include "report/server_items.h"
 #include "tql/errors.h"
 #include "tql/schema.h"
 
 namespace report::stored {
 namespace {
+
+// The items made here never reach it: an empty store.
+host::Database store;
+host::DirectDatabase db{store};
 
 tql::patch_t object(int32_t class_, uint32_t id) {
   tql::patch_t p;
@@ -176,23 +181,24 @@ TEST(IncidentCursorTest, ARecordThatIsNoIncidentEndsTheLog) {
 }
 
 TEST(ServerItemsTest, ItemsAreMadeByClassAndUnknownClassesRefused) {
-  EXPECT_NE(nullptr,
-            dynamic_cast<ServerReportRow*>(make_item(object(schema::kReportResultRow, 1)).get()));
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportRow*>(
+                         make_item(db, object(schema::kReportResultRow, 1)).get()));
   EXPECT_NE(nullptr, dynamic_cast<ServerReportGraph*>(
-                         make_item(object(schema::kReportResultGraph, 1)).get()));
-  EXPECT_NE(nullptr,
-            dynamic_cast<ServerReportLog*>(make_item(object(schema::kReportResultLog, 1)).get()));
+                         make_item(db, object(schema::kReportResultGraph, 1)).get()));
+  EXPECT_NE(nullptr, dynamic_cast<ServerReportLog*>(
+                         make_item(db, object(schema::kReportResultLog, 1)).get()));
   EXPECT_NE(nullptr, dynamic_cast<ServerReportFolder*>(
-                         make_item(object(schema::kReportResultFolder, 1)).get()));
+                         make_item(db, object(schema::kReportResultFolder, 1)).get()));
   EXPECT_NE(nullptr,
-            dynamic_cast<ServerReportText*>(make_item(object(schema::kReportText, 1)).get()));
-  EXPECT_THROW(make_item(object(3, 1)), error::EParseError);
+            dynamic_cast<ServerReportText*>(make_item(db, object(schema::kReportText, 1)).get()));
+  EXPECT_THROW(make_item(db, object(3, 1)), error::EParseError);
 }
 
 TEST(ServerItemsTest, AGraphCloneIsIndependentOfItsOriginal) {
-  auto original = std::make_unique<ServerReportGraph>(with<tql::kind::kBoolean>(
-      with<tql::kind::kString>(object(schema::kReportResultGraph, 9), schema::kName, "CPU"), 3006,
-      true));
+  auto original = std::make_unique<ServerReportGraph>(
+      db, with<tql::kind::kBoolean>(
+              with<tql::kind::kString>(object(schema::kReportResultGraph, 9), schema::kName, "CPU"),
+              3006, true));
   std::unique_ptr<ReportGraph> copy = original->clone();
   original.reset();
   std::string name, anchor;
@@ -205,7 +211,7 @@ TEST(ServerItemsTest, AGraphCloneIsIndependentOfItsOriginal) {
 }
 
 TEST(ServerItemsTest, AFolderWithoutTypeShowsAsUnknown) {
-  ServerReportFolder f(object(schema::kReportResultFolder, 1));
+  ServerReportFolder f(db, object(schema::kReportResultFolder, 1));
   EXPECT_EQ(ServerReportFolder::kUnknownFolderType, f.folderType());
   std::string comment = "x";
   f.comment(comment);

@@ -8,7 +8,7 @@
 #include "base/error.h"
 #include "base/fatal.h"
 #include "base/log.h"
-#include "queues/tql_operations.h"
+#include "dbms/tql_operations.h"
 #include "reporter/generation_run.h"
 #include "reporter/report_progress.h"
 #include "tql/schema.h"
@@ -16,16 +16,16 @@
 namespace {
 
 // Sets `progress` on one object with the version just fetched.
-void writeProgress(const tql::id_t& id, int32_t classNumber, uint32_t value) {
-  std::unique_ptr<tql::patch_t> object = tql::get_object(id, classNumber, *queues::global_queue());
+void writeProgress(dbms::Database& db, const tql::id_t& id, int32_t classNumber, uint32_t value) {
+  std::unique_ptr<tql::patch_t> object = tql::get_object(db, id, classNumber);
   if (!object) return;
   std::vector<tql::property_ptr> p;
   p.emplace_back(tql::make_property<tql::kind::kUint>(schema::kProgress, value));
-  tql::update_object(id, object->version, std::move(p), 0);
+  tql::update_object(db, id, object->version, std::move(p), 0);
 }
 
-void addTextOf(const tql::id_t& instance, const tql::patch_t* text) {
-  if (text != nullptr) addText(instance, stringOr(*text, schema::kComment, ""));
+void addTextOf(dbms::Database& db, const tql::id_t& instance, const tql::patch_t* text) {
+  if (text != nullptr) addText(db, instance, stringOr(*text, schema::kComment, ""));
 }
 
 }  // namespace
@@ -41,14 +41,17 @@ void GenerationRun::analyseGuarded(const tql::patch_t* tree) {
 }
 
 void GenerationRun::analyse(const tql::patch_t& tree) {
-  addTextOf(instance_id_, definition_->opening_text);
+  addTextOf(db_, instance_id_, definition_->opening_text);
   TAVREL_ASSERT(tree.class_ == schema::kDomain,
                 "Trying to start report generation from object different that CLASS_Domain");
-  ReportProgress progress(report_id_, instance_id_, countNodes(tree), writeProgress);
-  const GenerationContext context{issue_, flags_, tree.id};
+  ReportProgress progress(report_id_, instance_id_, countNodes(tree),
+                          [this](const tql::id_t& id, int32_t classNumber, uint32_t value) {
+                            writeProgress(db_, id, classNumber, value);
+                          });
+  const GenerationContext context{db_, issue_, flags_, tree.id};
   ReportDomain root(tree, context, 0, *tree_.selector, progress);
   IssueStats stats;
   root.analyse(instance_id_, intervals_, stats, first_sample_, zone_);
   if (log_tracing()) log("Done analysing (st=" + std::to_string(issue_.start) + ")", kLogTrace);
-  addTextOf(instance_id_, definition_->closing_text);
+  addTextOf(db_, instance_id_, definition_->closing_text);
 }

@@ -8,9 +8,9 @@
 #include "analysis/object_values.h"
 #include "analysis/plan.h"
 #include "base/log.h"
+#include "dbms/report_incident.h"
+#include "dbms/tql_operations.h"
 #include "mailing/report_mailing.h"
-#include "queues/report_incident.h"
-#include "queues/tql_operations.h"
 #include "report/server_values.h"
 #include "reporter/generation_values.h"
 #include "reporter/report_period.h"
@@ -35,38 +35,40 @@ void addDate(Properties& p, int32_t number, int64_t value) {
 
 }  // namespace
 
-GenerationRun::GenerationRun(tql::id_t report_id, tql::version_t report_version,
+GenerationRun::GenerationRun(dbms::Database& db, tql::id_t report_id, tql::version_t report_version,
                              TimeValue order_time, ReportFlags& flags)
-    : report_id_(report_id),
+    : db_(db),
+      report_id_(report_id),
       report_version_(report_version),
       order_time_(order_time),
       started_(TimeValue::now()),
       flags_(flags),
-      zone_(timeZoneValue(kEnvironmentZone)) {}
+      zone_(timeZoneValue(kEnvironmentZone)),
+      mail_job_(db) {}
 
 tql::id_t GenerationRun::run() {
   if (!prepare()) return {};
   order_ = nextOrder(*report_);
-  incident(queues::kIncidentProgress, "Generation of report number " + number() + " initiated.");
+  incident(dbms::kIncidentProgress, "Generation of report number " + number() + " initiated.");
   if (!open()) return {};
-  tree_ = reportTree(*report_, selections_, issue_.kind);
+  tree_ = reportTree(db_, *report_, selections_, issue_.kind);
   if (!tree_.pattern) {
-    incident(queues::kIncidentFailure, "Generation of report number " + number() +
-                                           " aborted. Unable to find template content.");
+    incident(dbms::kIncidentFailure, "Generation of report number " + number() +
+                                         " aborted. Unable to find template content.");
     return {};
   }
-  std::unique_ptr<tql::patch_t> tree = tql::select_one(
-      definition_->owner_domain, std::move(tree_.pattern), 0, *queues::global_queue());
+  std::unique_ptr<tql::patch_t> tree =
+      tql::select_one(db_, definition_->owner_domain, std::move(tree_.pattern), 0);
   first_sample_ = TimeValue::now().seconds;
   analysis_failed_ = false;
   analyseGuarded(tree.get());
   tree.reset();
   if (!close()) return {};
   if (analysis_failed_) {
-    incident(queues::kIncidentFailure, "Analysis of report number " + number() + " failed.");
+    incident(dbms::kIncidentFailure, "Analysis of report number " + number() + " failed.");
     return {};
   }
-  incident(queues::kIncidentProgress, "Generation of report number " + number() + " done.");
+  incident(dbms::kIncidentProgress, "Generation of report number " + number() + " done.");
   mail();
   log("Done generating report " + definition_->pathText() + ": " +
       stringOr(*report_, schema::kTreeLabel, ""));
@@ -74,7 +76,7 @@ tql::id_t GenerationRun::run() {
 }
 
 bool GenerationRun::prepare() {
-  definition_ = fetchDefinition(report_id_);
+  definition_ = fetchDefinition(db_, report_id_);
   if (!definition_) return false;
   report_ = definition_->report;
   if (report_->version != report_version_) {
@@ -109,20 +111,21 @@ bool GenerationRun::open() {
   addUint(p, schema::kWorkerNode, 1);
   addUint(p, schema::kOrder, order_);
   try {
-    instance_id_ = tql::create_object(report_id_, schema::kReportInstance, std::move(p), 0).new_id;
+    instance_id_ =
+        tql::create_object(db_, report_id_, schema::kReportInstance, std::move(p), 0).new_id;
   } catch (const errors::tql& e) {
     if (e.code() == kDuplicateValue) return false;
     throw;
   }
   Properties order;
   addUint(order, schema::kOrder, order_);
-  tql::update_object(report_id_, report_->version, std::move(order), 0);
+  tql::update_object(db_, report_id_, report_->version, std::move(order), 0);
   return true;
 }
 
 bool GenerationRun::close() {
   std::unique_ptr<tql::patch_t> instance =
-      tql::get_object(instance_id_, schema::kReportInstance, *queues::global_queue());
+      tql::get_object(db_, instance_id_, schema::kReportInstance);
   if (!instance) {
     log("Unable to get istance object");
     return false;
@@ -157,23 +160,22 @@ bool GenerationRun::close() {
     addresses_ = destinationAddresses(*report_);
     mail_job_.leave(instance_id_, addresses_);
   }
-  tql::update_object(instance_id_, instance->version, std::move(p), 0);
-  std::unique_ptr<tql::patch_t> report =
-      tql::get_object(report_id_, schema::kReport, *queues::global_queue());
+  tql::update_object(db_, instance_id_, instance->version, std::move(p), 0);
+  std::unique_ptr<tql::patch_t> report = tql::get_object(db_, report_id_, schema::kReport);
   if (report) {
     Properties r;
     addDate(r, schema::kLastGenerated, generated_);
     addUint(r, schema::kProgress, 0);
-    tql::update_object(report_id_, report->version, std::move(r), 0);
+    tql::update_object(db_, report_id_, report->version, std::move(r), 0);
   }
   return true;
 }
 
 void GenerationRun::incident(uint32_t severity, const std::string& text) const {
-  queues::report_incident(report_id_, severity, text, TimeValue::now());
+  dbms::report_incident(db_, report_id_, severity, text, TimeValue::now());
 }
 
 void GenerationRun::mail() {
-  mail_report(addresses_, instance_id_, report_id_);
+  mail_report(db_, addresses_, instance_id_, report_id_);
   mail_job_.clear();
 }

@@ -14,16 +14,18 @@
 #include "analysis/resolved_issue.h"
 #include "base/time_value.h"
 #include "base/zone.h"
+#include "dbms/database.h"
 #include "reporter/mail_job.h"
 #include "reporter/report_definition.h"
 #include "tql/id.h"
 
 class GenerationRun {
  public:
-  // `flags` are the presentation flags that the last generation left; this
-  // one updates them from its Report.
-  GenerationRun(tql::id_t report_id, tql::version_t report_version, TimeValue order_time,
-                ReportFlags& flags);
+  // Reads and writes `db`. `flags` are the presentation flags that the last
+  // generation left; this one updates them from its Report. Both outlive
+  // this.
+  GenerationRun(dbms::Database& db, tql::id_t report_id, tql::version_t report_version,
+                TimeValue order_time, ReportFlags& flags);
   GenerationRun(const GenerationRun&) = delete;
   GenerationRun& operator=(const GenerationRun&) = delete;
 
@@ -54,6 +56,7 @@ class GenerationRun {
   std::string number() const { return std::to_string(order_); }
 
   // Constant after construction.
+  dbms::Database& db_;
   const tql::id_t report_id_;
   const tql::version_t report_version_;
   const TimeValue order_time_;

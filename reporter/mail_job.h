@@ -8,10 +8,14 @@
 #include <string>
 #include <vector>
 
+#include "dbms/database.h"
 #include "tql/id.h"
 
 class GenerationMailJob {
  public:
+  // Creates and deletes in `db`, which outlives this.
+  explicit GenerationMailJob(dbms::Database& db) : db_(db) {}
+
   // Creates the job under `instance` with `addresses` as its destination;
   // nothing for no addresses. Raises errors::tql when the database refuses
   // (the generation then fails like on any other database error).
@@ -23,6 +27,7 @@ class GenerationMailJob {
   void clear();
 
  private:
+  dbms::Database& db_;
   tql::id_t id_;  // Empty while no job is stored.
   tql::version_t version_;
 };

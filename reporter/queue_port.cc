@@ -17,7 +17,9 @@ bool QueuePort::answer_metering(const queues::event& e) {
   return queues::handle_metering_event(e, queue_);
 }
 
-void QueuePort::treat_report_tree(const tql::patch_t& root) { treat_subscriptions(root, queue_); }
+void QueuePort::treat_report_tree(const tql::patch_t& root) {
+  treat_subscriptions(root, queue_, db_, flags_);
+}
 
 void QueuePort::acknowledge(uint32_t request) {
   queue_.send(queues::Tql_Acknowledge_Event(queues::dbms, 0, {request}));
@@ -25,16 +27,16 @@ void QueuePort::acknowledge(uint32_t request) {
 
 void QueuePort::treat_mail_reply(dbms::Return_Tql_Select_Data& reply, uint32_t inresponse,
                                  uint32_t sendto_select_id) {
-  ::treat_mail_reply(reply, inresponse, sendto_select_id);
+  ::treat_mail_reply(db_, reply, inresponse, sendto_select_id);
 }
 
 void QueuePort::generate(const tql::id_t& report, tql::version_t version, int64_t time) {
-  generate_report(report, version, TimeValue(static_cast<int32_t>(time)));
+  generate_report(db_, flags_, report, version, TimeValue(static_cast<int32_t>(time)));
 }
 
-void QueuePort::delete_surplus(const tql::id_t& report) { delete_surplus_instances(report); }
+void QueuePort::delete_surplus(const tql::id_t& report) { delete_surplus_instances(db_, report); }
 
-void QueuePort::forget(uint32_t request) { queues::tql_forget(dbms::Tql_Forget_Data{request}); }
+void QueuePort::forget(uint32_t request) { db_.forget(dbms::Tql_Forget_Data{request}); }
 
 void QueuePort::shutdown() { queue_.shutdown(); }
 

@@ -3,13 +3,15 @@
 // dialogs of the shutdown.
 #pragma once
 
+#include "analysis/generation_context.h"
 #include "queues/childqueue.h"
+#include "queues/qdialog.h"
 #include "reporter/event_loop.h"
 
 class QueuePort : public ReporterPort {
  public:
   // The queue must outlive the port.
-  explicit QueuePort(queues::childqueue& queue) : queue_(queue) {}
+  explicit QueuePort(queues::childqueue& queue) : queue_(queue), db_(queue) {}
 
   std::unique_ptr<queues::event> next_event() override;
   bool parent_at_end() override;
@@ -25,4 +27,7 @@ class QueuePort : public ReporterPort {
 
  private:
   queues::childqueue& queue_;
+  queues::QueueDatabase db_;
+  // The presentation flags that carry over from one generation to the next.
+  ReportFlags flags_;
 };

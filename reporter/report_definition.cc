@@ -2,7 +2,7 @@
 
 #include "analysis/object_values.h"
 #include "base/fatal.h"
-#include "queues/tql_operations.h"
+#include "dbms/tql_operations.h"
 #include "tql/decode.h"
 #include "tql/schema.h"
 
@@ -76,9 +76,9 @@ void walkDefinition(std::unique_ptr<tql::patch_t> tree, ReportDefinition& defini
   definition.report = level;
 }
 
-std::unique_ptr<ReportDefinition> fetchDefinition(const tql::id_t& report_id) {
+std::unique_ptr<ReportDefinition> fetchDefinition(dbms::Database& db, const tql::id_t& report_id) {
   std::unique_ptr<tql::patch_t> tree =
-      tql::select_one(tql::kRootId, definitionPattern(report_id), 0, *queues::global_queue());
+      tql::select_one(db, tql::kRootId, definitionPattern(report_id), 0);
   if (!tree) return nullptr;
   auto definition = std::make_unique<ReportDefinition>();
   walkDefinition(std::move(tree), *definition);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tql/patch.h"
 
@@ -26,7 +27,7 @@ struct ReportDefinition {
 // that is not one path of domains down to the report is the fatal
 // assertion "Child found twice while searching for report template" or
 // "Did not find child when searching for report template".
-std::unique_ptr<ReportDefinition> fetchDefinition(const tql::id_t& report_id);
+std::unique_ptr<ReportDefinition> fetchDefinition(dbms::Database& db, const tql::id_t& report_id);
 
 // Walks `tree` (as fetchDefinition's select returns it) into `definition`.
 void walkDefinition(std::unique_ptr<tql::patch_t> tree, ReportDefinition& definition);

@@ -23,14 +23,8 @@ namespace {
 // standard error.
 class QueueInstalled {
  public:
-  explicit QueueInstalled(queues::childqueue& queue) {
-    queues::set_global_queue(&queue);
-    queues::set_log_queue(&queue);
-  }
-  ~QueueInstalled() {
-    queues::set_log_queue(nullptr);
-    queues::set_global_queue(nullptr);
-  }
+  explicit QueueInstalled(queues::childqueue& queue) { queues::set_log_queue(&queue); }
+  ~QueueInstalled() { queues::set_log_queue(nullptr); }
   QueueInstalled(const QueueInstalled&) = delete;
   QueueInstalled& operator=(const QueueInstalled&) = delete;
 };
@@ -69,7 +63,7 @@ void run() {
     queues::childqueue queue(messenger);
     QueueInstalled installed(queue);
     log("Report running");
-    apply_configuration(queues::server_configuration());
+    apply_configuration(queues::server_configuration(queue));
 
     uint32_t report_select_id = queue.new_request_number();
     queue.send(queues::Tql_Select_Event(queues::dbms, report_select_id, report_subscription()));

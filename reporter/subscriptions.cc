@@ -5,8 +5,8 @@
 #include "base/fatal.h"
 #include "base/log.h"
 #include "base/time_value.h"
+#include "dbms/tql_operations.h"
 #include "queues/events.h"
-#include "queues/tql_operations.h"
 #include "reporter/generation.h"
 #include "reporter/schedule.h"
 #include "reporter/surplus_instances.h"
@@ -174,15 +174,16 @@ class ReportTreatment {
 // The walk's actions over the process's queue.
 class QueueActions : public ReportActions {
  public:
-  explicit QueueActions(queues::childqueue& queue) : queue_(queue) {}
+  QueueActions(queues::childqueue& queue, dbms::Database& db, ReportFlags& flags)
+      : queue_(queue), db_(db), flags_(flags) {}
 
   void delete_object(const tql::id_t& id, tql::version_t version) override {
-    tql::delete_object(id, version);
+    tql::delete_object(db_, id, version);
   }
   void set_progress(const tql::id_t& id, tql::version_t version, uint32_t progress) override {
     std::vector<tql::property_ptr> props;
     props.emplace_back(tql::make_property<tql::kind::kUint>(schema::kProgress, progress));
-    tql::update_object(id, version, std::move(props), 0);
+    tql::update_object(db_, id, version, std::move(props), 0);
   }
   void schedule(const tql::id_t& report, tql::version_t version, int64_t next) override {
     queues::Schedule_Event_Absolute_Event request(queues::schd, 0, {});
@@ -192,16 +193,18 @@ class QueueActions : public ReportActions {
     queue_.send(request);
   }
   bool generate(const tql::id_t& report, tql::version_t version, int64_t order_time) override {
-    const GenerationOutcome outcome =
-        generate_report_outcome(report, version, TimeValue(static_cast<int32_t>(order_time)));
+    const GenerationOutcome outcome = generate_report_outcome(
+        db_, flags_, report, version, TimeValue(static_cast<int32_t>(order_time)));
     if (outcome.stale) return false;
-    delete_surplus_instances(report);
+    delete_surplus_instances(db_, report);
     return true;
   }
   int64_t now() override { return TimeValue::now().seconds; }
 
  private:
   queues::childqueue& queue_;
+  dbms::Database& db_;
+  ReportFlags& flags_;
 };
 
 }  // namespace
@@ -236,7 +239,8 @@ void treat_subscriptions(const tql::patch_t& object, ReportActions& actions) {
   }
 }
 
-void treat_subscriptions(const tql::patch_t& object, queues::childqueue& queue) {
-  QueueActions actions(queue);
+void treat_subscriptions(const tql::patch_t& object, queues::childqueue& queue, dbms::Database& db,
+                         ReportFlags& flags) {
+  QueueActions actions(queue, db, flags);
   treat_subscriptions(object, actions);
 }

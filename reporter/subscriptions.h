@@ -9,6 +9,8 @@
 
 #include <cstdint>
 
+#include "analysis/generation_context.h"
+#include "dbms/database.h"
 #include "dbms/tql_records.h"
 #include "queues/childqueue.h"
 #include "tql/id.h"
@@ -53,6 +55,8 @@ class ReportActions {
 // event; its orders are still served.
 void treat_subscriptions(const tql::patch_t& object, ReportActions& actions);
 
-// The same over the process's queue: deletes and updates as dialogs, the
-// scheduling request as a one-way send to the scheduler.
-void treat_subscriptions(const tql::patch_t& object, queues::childqueue& queue);
+// The same in the process: deletes, updates and generations in `db` (with
+// the carried presentation `flags`), the scheduling request as a one-way
+// send to the scheduler over `queue`.
+void treat_subscriptions(const tql::patch_t& object, queues::childqueue& queue, dbms::Database& db,
+                         ReportFlags& flags);

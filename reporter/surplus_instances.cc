@@ -4,8 +4,7 @@
 #include <set>
 
 #include "base/log.h"
-#include "queues/childqueue.h"
-#include "queues/tql_operations.h"
+#include "dbms/tql_operations.h"
 #include "reporter/subscriptions.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
@@ -31,17 +30,16 @@ std::vector<const tql::patch_t*> surplus_instances(const tql::patch_t& report) {
   return surplus;
 }
 
-void delete_surplus_instances(tql::id_t report_id) {
+void delete_surplus_instances(dbms::Database& db, tql::id_t report_id) {
   try {
     auto pattern = tql::add_next(
         tql::make_pattern(schema::kReport, std::set<int32_t>{schema::kMaxInstances}, 0),
         tql::make_pattern(schema::kReportInstance, std::set<int32_t>{schema::kDate}, 0));
-    std::unique_ptr<tql::patch_t> report =
-        tql::select_one(report_id, std::move(pattern), 0, *queues::global_queue());
+    std::unique_ptr<tql::patch_t> report = tql::select_one(db, report_id, std::move(pattern), 0);
     if (!report) return;
     for (const tql::patch_t* instance : surplus_instances(*report)) {
       try {
-        tql::delete_object(instance->id, instance->version);
+        tql::delete_object(db, instance->id, instance->version);
       } catch (const errors::tql& e) {
         log("Error deleting old report instance: " + e.text());
       }

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "dbms/database.h"
 #include "tql/id.h"
 #include "tql/patch.h"
 
@@ -19,4 +20,4 @@ std::vector<const tql::patch_t*> surplus_instances(const tql::patch_t& report);
 // errors::tql logs "Error deleting surplus instances: " and the text and
 // ends the call. Never raises errors::tql; a lost database raises as the
 // dialogs do.
-void delete_surplus_instances(tql::id_t report_id);
+void delete_surplus_instances(dbms::Database& db, tql::id_t report_id);

@@ -15,11 +15,11 @@
 #include <string>
 
 #include "base/log.h"
+#include "dbms/tql_operations.h"
 #include "host/test_child.h"
 #include "queues/childqueue.h"
 #include "queues/events.h"
 #include "queues/qdialog.h"
-#include "queues/tql_operations.h"
 #include "reporter/generation.h"
 #include "tql/schema.h"
 
@@ -33,19 +33,18 @@ tql::id_t parseId(const std::string& text) {
   return id;
 }
 
-void generate(const std::string& entry) {
+void generate(dbms::Database& db, ReportFlags& flags, const std::string& entry) {
   std::istringstream in(entry);
   std::string id_text, time_text, mode;
   std::getline(in, id_text, '@');
   std::getline(in, time_text, '@');
   std::getline(in, mode);
   const tql::id_t id = parseId(id_text);
-  std::unique_ptr<tql::patch_t> report =
-      tql::get_object(id, schema::kReport, *queues::global_queue());
+  std::unique_ptr<tql::patch_t> report = tql::get_object(db, id, schema::kReport);
   tql::version_t version = report ? report->version : tql::version_t{};
   if (mode == "stale") version.first -= 1;
-  const tql::id_t result =
-      generate_report(id, version, TimeValue(static_cast<int32_t>(std::stol(time_text))));
+  const tql::id_t result = generate_report(db, flags, id, version,
+                                           TimeValue(static_cast<int32_t>(std::stol(time_text))));
   log("generated " + id_text + ": " + result.text());
 }
 
@@ -54,13 +53,15 @@ void generate(const std::string& entry) {
 int main() {
   return run_test_child(
       [](queues::childqueue& queue) {
-        set_log_mask(static_cast<uint32_t>(queues::server_configuration().log_mask));
+        set_log_mask(static_cast<uint32_t>(queues::server_configuration(queue).log_mask));
         queues::Init_Ok_Event ready;
         ready.dest = queues::main;
         queue.send(ready);
         const char* entries = std::getenv("TAVREL_TEST_GENERATE");
         std::istringstream list(entries != nullptr ? entries : "");
-        for (std::string entry; list >> entry;) generate(entry);
+        queues::QueueDatabase db(queue);
+        ReportFlags flags;
+        for (std::string entry; list >> entry;) generate(db, flags, entry);
       },
       {});
 }

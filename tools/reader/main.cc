@@ -56,10 +56,11 @@ std::string style_block() {
   }
 }
 
-void read(const std::vector<std::string>& args) {
+void read(queues::childqueue& queue, const std::vector<std::string>& args) {
   if (args.size() < 2) throw error::EParseError("usage: tavrel-report-reader MODE INSTANCE ...");
   const std::string& mode = args[0];
-  ServerReportInstance instance(host::parse_id(args[1], "instance"));
+  queues::QueueDatabase db(queue);
+  ServerReportInstance instance(db, host::parse_id(args[1], "instance"));
   if (mode == "tree") {
     tools::print_outline(instance, std::cout, samples_of);
     return;
@@ -73,7 +74,7 @@ void read(const std::vector<std::string>& args) {
   if (mode != "html") throw error::EParseError("unknown mode " + mode);
   if (args.size() < 4) throw error::EParseError("no image directory given");
   resource::resources().set_directory(
-      args.size() > 4 ? args[4] : queues::server_configuration().resource_directory);
+      args.size() > 4 ? args[4] : queues::server_configuration(queue).resource_directory);
   tools::FileImageGenerator images(args[3], instance.start(),
                                    instance.start() + instance.duration(), zone);
   report::render_report_html(std::cout, instance, style_block(), images, zone);
@@ -98,9 +99,8 @@ int main(int argc, char** argv) {
   try {
     io::SiblingMessenger messenger(12, "smem");
     queues::childqueue queue(messenger);
-    queues::set_global_queue(&queue);
     try {
-      read(std::vector<std::string>(argv + 1, argv + argc));
+      read(queue, std::vector<std::string>(argv + 1, argv + argc));
     } catch (const error::Exception& e) {
       std::cout.flush();
       std::cerr << "error: " << e.text() << "\n";
@@ -108,7 +108,6 @@ int main(int argc, char** argv) {
     }
     std::cout.flush();
     leave(queue, messenger);
-    queues::set_global_queue(nullptr);
   } catch (const error::Exception& e) {
     std::cerr << "error: " << e.text() << "\n";
     return 1;

@@ -7,19 +7,19 @@
 #include <string>
 
 #include "base/time_value.h"
+#include "dbms/database.h"
 #include "tql/id.h"
 
-namespace queues {
+namespace dbms {
 
 // Severities of the lines a report writes about itself.
 inline constexpr uint32_t kIncidentProgress = 1;
 inline constexpr uint32_t kIncidentFailure = 4;
 
 // Appends an incident record (data type 4) with `severity`, `text` and the
-// seconds of `time` to the series of `report_id`, through the process's
-// queue. Raises errors::tql for an error status, and what the dialog raises
-// when the database is gone.
-void report_incident(const tql::id_t& report_id, uint32_t severity, const std::string& text,
-                     TimeValue time);
+// seconds of `time` to the series of `report_id`. Raises errors::tql for an
+// error status, and what `db` raises when the database is gone.
+void report_incident(Database& db, const tql::id_t& report_id, uint32_t severity,
+                     const std::string& text, TimeValue time);
 
-}  // namespace queues
+}  // namespace dbms
