@@ -5,11 +5,7 @@
 #include "base/fatal.h"
 #include "base/log.h"
 #include "base/time_value.h"
-#include "dbms/tql_operations.h"
-#include "queues/events.h"
-#include "reporter/generation.h"
 #include "reporter/schedule.h"
-#include "reporter/surplus_instances.h"
 #include "tql/catalogue.h"
 #include "tql/decode.h"
 #include "tql/errors.h"
@@ -171,42 +167,6 @@ class ReportTreatment {
   int64_t last_ = 0;
 };
 
-// The walk's actions over the process's queue.
-class QueueActions : public ReportActions {
- public:
-  QueueActions(queues::childqueue& queue, dbms::Database& db, ReportFlags& flags)
-      : queue_(queue), db_(db), flags_(flags) {}
-
-  void delete_object(const tql::id_t& id, tql::version_t version) override {
-    tql::delete_object(db_, id, version);
-  }
-  void set_progress(const tql::id_t& id, tql::version_t version, uint32_t progress) override {
-    std::vector<tql::property_ptr> props;
-    props.emplace_back(tql::make_property<tql::kind::kUint>(schema::kProgress, progress));
-    tql::update_object(db_, id, version, std::move(props), 0);
-  }
-  void schedule(const tql::id_t& report, tql::version_t version, int64_t next) override {
-    queues::Schedule_Event_Absolute_Event request(queues::schd, 0, {});
-    request.data.time = TimeValue(static_cast<int32_t>(next));
-    request.data.ev = queues::event_ptr(std::make_unique<queues::Scheduled_Report_Generation_Event>(
-        queues::rept, 0, reporter::Scheduled_Report_Generation_Data{report, version, next}));
-    queue_.send(request);
-  }
-  bool generate(const tql::id_t& report, tql::version_t version, int64_t order_time) override {
-    const GenerationOutcome outcome = generate_report_outcome(
-        db_, flags_, report, version, TimeValue(static_cast<int32_t>(order_time)));
-    if (outcome.stale) return false;
-    delete_surplus_instances(db_, report);
-    return true;
-  }
-  int64_t now() override { return TimeValue::now().seconds; }
-
- private:
-  queues::childqueue& queue_;
-  dbms::Database& db_;
-  ReportFlags& flags_;
-};
-
 }  // namespace
 
 dbms::Tql_Select_Data report_subscription() {
@@ -237,10 +197,4 @@ void treat_subscriptions(const tql::patch_t& object, ReportActions& actions) {
       log("treat_subscriptions got class " + tql::class_name(child.class_));
     }
   }
-}
-
-void treat_subscriptions(const tql::patch_t& object, queues::childqueue& queue, dbms::Database& db,
-                         ReportFlags& flags) {
-  QueueActions actions(queue, db, flags);
-  treat_subscriptions(object, actions);
 }

@@ -9,10 +9,7 @@
 
 #include <cstdint>
 
-#include "analysis/generation_context.h"
-#include "dbms/database.h"
 #include "dbms/tql_records.h"
-#include "queues/childqueue.h"
 #include "tql/id.h"
 #include "tql/patch.h"
 
@@ -54,9 +51,3 @@ class ReportActions {
 // is logged as "Cannot schedule report ID: TEXT" and gets no scheduling
 // event; its orders are still served.
 void treat_subscriptions(const tql::patch_t& object, ReportActions& actions);
-
-// The same in the process: deletes, updates and generations in `db` (with
-// the carried presentation `flags`), the scheduling request as a one-way
-// send to the scheduler over `queue`.
-void treat_subscriptions(const tql::patch_t& object, queues::childqueue& queue, dbms::Database& db,
-                         ReportFlags& flags);
