@@ -8,7 +8,7 @@ tavrel_library(host_store
   DEPS tavrel_dbms tavrel_tsdb tavrel_tql tavrel_protocol tavrel_base
        nlohmann_json::nlohmann_json)
 tavrel_library(host_store_testing
-  SOURCES store_test_world.cc
+  SOURCES store_test_world.cc report_test_world.cc
   DEPS tavrel_host_store)
 tavrel_test(host_store_test
   SOURCES store_objects_test.cc select_eval_test.cc select_reporter_test.cc store_series_test.cc
