@@ -74,12 +74,11 @@ json report_world() {
                {"id", "0.1"},
                {"props", {{"name", str("Root")}, {"treeLabel", str("Root")}}},
                {"children", {servers}}};
-  return {{"objects", root},
-          {"series", {{{"owner", "0.1.5"},
-                       {"property", "tsdbIndex"},
-                       {"data_type", 5},
-                       {"records", samples()}}}},
-          {"cluster", {{"props", {{"reportGenerator", str("main")}}}}}};
+  return {
+      {"objects", root},
+      {"series",
+       {{{"owner", "0.1.5"}, {"property", "tsdbIndex"}, {"data_type", 5}, {"records", samples()}}}},
+      {"cluster", {{"props", {{"reportGenerator", str("main")}}}}}};
 }
 
 json report_object(const std::string& id, const std::string& name, const std::string& contains,

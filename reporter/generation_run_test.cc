@@ -47,9 +47,7 @@ class GenerationRunTest : public ::testing::Test {
                                    TimeValue(static_cast<int32_t>(order_time)));
   }
 
-  std::vector<json> instances(const std::string& id) {
-    return db_->children(id, "ReportInstance");
-  }
+  std::vector<json> instances(const std::string& id) { return db_->children(id, "ReportInstance"); }
 
   json world_ = host::testing::report_world();
   std::unique_ptr<host::testing::WorldDatabase> db_;
