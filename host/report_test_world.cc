@@ -4,6 +4,7 @@
 
 #include "host/world_dump.h"
 #include "host/world_load.h"
+#include "host/world_names.h"
 
 namespace host::testing {
 
@@ -99,6 +100,8 @@ json report_object(const std::string& id, const std::string& name, const std::st
   json order = {{"class", "ReportOrder"}, {"props", {{"orderTime", {{"date", kOrderTime}}}}}};
   return {{"class", "Report"}, {"id", id}, {"props", p}, {"children", {order}}};
 }
+
+tql::id_t id_of(const std::string& text) { return parse_id(text, "id"); }
 
 json& object_in(json& world, const std::string& id) {
   const json* found = find(world["objects"], id);

@@ -32,6 +32,9 @@ nlohmann::json report_object(const std::string& id, const std::string& name,
                              const std::string& contains = "0.1.2", uint32_t kind = 1,
                              const std::string& destination = "");
 
+// The id written as "0.1.90".
+tql::id_t id_of(const std::string& text);
+
 // The object with `id` in `world`'s tree; raises std::out_of_range.
 nlohmann::json& object_in(nlohmann::json& world, const std::string& id);
 

@@ -18,7 +18,6 @@
 
 #include "dbms/tql_operations.h"
 #include "host/report_test_world.h"
-#include "host/world_names.h"
 #include "queues/configuration.h"
 #include "tql/pattern.h"
 #include "tql/schema.h"
@@ -142,8 +141,7 @@ class ReportMailingTest : public ::testing::Test {
   }
   void mail(const std::vector<std::string>& to, const std::string& instance = "0.1.91",
             const std::string& report = "0.1.90") {
-    mail_report(db_.db(), to, host::parse_id(instance, "instance"),
-                host::parse_id(report, "report"));
+    mail_report(db_.db(), to, host::testing::id_of(instance), host::testing::id_of(report));
   }
 
   host::testing::WorldDatabase db_{mailed_world()};

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "host/report_test_world.h"
-#include "host/world_names.h"
 #include "queues/configuration.h"
 #include "reporter/generation.h"
 #include "tql/schema.h"
@@ -39,7 +38,7 @@ class GenerationRunTest : public ::testing::Test {
   GenerationOutcome generate(const std::string& id, int64_t order_time = kOrderTime,
                              bool stale = false) {
     if (!db_) db_ = std::make_unique<host::testing::WorldDatabase>(world_);
-    const tql::id_t report = host::parse_id(id, "report");
+    const tql::id_t report = host::testing::id_of(id);
     const host::StoredObject* stored = db_->store().objects().find(report);
     tql::version_t version = stored ? stored->version : tql::version_t{};
     if (stale) version.first -= 1;
