@@ -107,12 +107,14 @@ void DatabaseService::note(const char* what, const queues::event& request,
                             " status " + std::to_string(status));
 }
 
-void DatabaseService::send_due(queues::childqueue& queue, double now) {
-  if (gone_) return;
-  for (DueReply& due : registry_.due(db_, now)) {
+size_t DatabaseService::send_due(queues::childqueue& queue, double now) {
+  if (gone_) return 0;
+  std::vector<DueReply> due = registry_.due(db_, now);
+  for (DueReply& reply : due) {
     queue.send(
-        queues::Return_Tql_Select_Event(due.key.first, due.key.second, std::move(due.reply)));
+        queues::Return_Tql_Select_Event(reply.key.first, reply.key.second, std::move(reply.reply)));
   }
+  return due.size();
 }
 
 }  // namespace host

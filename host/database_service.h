@@ -33,10 +33,12 @@ class DatabaseService {
   // Handles one event that came to the database; replies through `queue`.
   // `now` in seconds since 1970. Raises what sending raises.
   void handle(const queues::event& request, queues::childqueue& queue, double now);
-  // Sends the subscription replies that are due at `now`.
-  void send_due(queues::childqueue& queue, double now);
+  // Sends the subscription replies that are due at `now`; returns how many.
+  size_t send_due(queues::childqueue& queue, double now);
   // When the next subscription reply may be due, if one is waiting.
   std::optional<double> next_due() const { return registry_.next_due(); }
+  // Whether a subscription reply waits to be sent or is being treated.
+  bool replies_under_way() const { return registry_.under_way(); }
   // True once the world's `vanish_after` requests were answered and another
   // came: that one and all later ones go unanswered, and the host is to
   // take the endpoint away (the siblings then see it die).

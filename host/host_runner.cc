@@ -127,6 +127,9 @@ bool Host::idle(double now) const {
   if (!options_.until_idle) return false;
   double limit = *options_.until_idle;
   if (now - last_activity_ < limit) return false;
+  // A subscription reply that waits for its interval, or that the reporter
+  // has not acknowledged yet, is work to come.
+  if (!database_gone_ && database_service_.replies_under_way()) return false;
   std::optional<double> next = scheduler_service_.next_time();
   return !next || *next > now + limit;
 }
@@ -149,14 +152,17 @@ void Host::serve_round() {
   if (who == kReporter || who == kSignal) return;
   if (who != kTimer) take(who);
   double now = now_seconds();
-  scheduler_service_.send_due(scheduler_queue_, now);
+  // What is sent now gives the reporter work: it counts as activity, so a
+  // host that woke late does not stop in the same round.
+  size_t sent = scheduler_service_.send_due(scheduler_queue_, now);
   if (database_service_.gone() && !database_gone_) {
     // Nothing is sent on the endpoint from now on; its area goes back to
     // the pool and the siblings hear that it died.
     database_gone_ = true;
     parent_->child_died(kDatabase);
   }
-  if (!database_gone_) database_service_.send_due(database_queue_, now);
+  if (!database_gone_) sent += database_service_.send_due(database_queue_, now);
+  if (sent > 0) last_activity_ = now;
   if (idle(now) && reporter_ && parent_service_.initialized()) {
     stopping_ = true;
     write_log_line(log_, "stop: SYS_EXIT to rept");

@@ -4,8 +4,9 @@
 // scheduler (1) and the database (2) in this process, starts the reporter
 // as sibling 12 and serves it until it ends. With an idle limit, an orderly
 // stop (SYS_EXIT, then the messenger's shutdown) begins once that many
-// seconds passed with no event exchanged and no scheduled event due within
-// them; with a stop time, it begins that many seconds after the start even
+// seconds passed with no event exchanged or sent, no scheduled event due
+// within them, and no subscription reply waiting to be sent or for the
+// reporter's acknowledgement; with a stop time, it begins that many seconds after the start even
 // while events flow (the reporter takes the SYS_EXIT when it is next free).
 // When the world's faults make the database vanish, the host takes the
 // endpoint away as if its process had died: the reporter gets SiblingDied.

@@ -18,12 +18,15 @@ void SchedulerService::handle(const queues::event& e) {
   waiting_.emplace(when, request->data.ev->clone());
 }
 
-void SchedulerService::send_due(queues::childqueue& queue, double now) {
+size_t SchedulerService::send_due(queues::childqueue& queue, double now) {
+  size_t sent = 0;
   while (!waiting_.empty() && waiting_.begin()->first <= now) {
     std::unique_ptr<queues::event> e = std::move(waiting_.begin()->second);
     waiting_.erase(waiting_.begin());
     queue.send(*e);
+    ++sent;
   }
+  return sent;
 }
 
 std::optional<double> SchedulerService::next_time() const {

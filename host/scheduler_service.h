@@ -21,8 +21,9 @@ class SchedulerService {
 
   // Takes a scheduling request; other events are ignored.
   void handle(const queues::event& e);
-  // Sends every event due at or before `now` (seconds since 1970).
-  void send_due(queues::childqueue& queue, double now);
+  // Sends every event due at or before `now` (seconds since 1970); returns
+  // how many.
+  size_t send_due(queues::childqueue& queue, double now);
   // The time of the earliest waiting event.
   std::optional<double> next_time() const;
   size_t waiting() const { return waiting_.size(); }

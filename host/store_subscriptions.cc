@@ -72,6 +72,13 @@ std::vector<DueReply> SubscriptionRegistry::due(const Database& db, double now) 
   return out;
 }
 
+bool SubscriptionRegistry::under_way() const {
+  for (const auto& [key, s] : subscriptions_) {
+    if (s.pending || s.awaiting_ack) return true;
+  }
+  return false;
+}
+
 std::optional<double> SubscriptionRegistry::next_due() const {
   std::optional<double> next;
   for (const auto& [key, s] : subscriptions_) {

@@ -61,6 +61,8 @@ class SubscriptionRegistry {
   // interval, or none. Held back for an acknowledgement doesn't count: the
   // acknowledgement is the event to call due() after.
   std::optional<double> next_due() const;
+  // Whether a reply waits to be sent or for its acknowledgement.
+  bool under_way() const;
 
   size_t size() const { return subscriptions_.size(); }
 

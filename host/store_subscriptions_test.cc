@@ -84,6 +84,24 @@ TEST_F(SubscriptionTest, AcknowledgedSubscriptionWaitsForItsAcknowledgement) {
   EXPECT_EQ(1u, registry.due(db, 2.0).size());
 }
 
+// The host does not stop for idleness while a reply waits to be sent or is
+// still being treated by the reporter.
+TEST_F(SubscriptionTest, UnderWayWhileAReplyWaitsToBeSentOrForItsAcknowledgement) {
+  registry.subscribe(db, {kRept, 7}, reports(1), 0.0);
+  EXPECT_FALSE(registry.under_way()) << "the first reply went out with the subscription";
+  add(schema::kReport);
+  EXPECT_TRUE(registry.due(db, 0.1).empty());
+  EXPECT_TRUE(registry.under_way()) << "a changed result waits for the interval";
+  EXPECT_EQ(1u, registry.due(db, 0.15).size());
+  EXPECT_FALSE(registry.under_way());
+
+  registry.subscribe(db, {kRept, 3}, reports(5), 1.0);
+  EXPECT_TRUE(registry.under_way()) << "the reporter has not acknowledged the reply";
+  registry.acknowledge(kRept, {3});
+  EXPECT_TRUE(registry.due(db, 2.0).empty());
+  EXPECT_FALSE(registry.under_way());
+}
+
 TEST_F(SubscriptionTest, ForgetEndsOnlyThatSubscription) {
   registry.subscribe(db, {kRept, 1}, reports(1), 0.0);
   registry.subscribe(db, {kRept, 2}, reports(1), 0.0);
