@@ -39,23 +39,23 @@ double plotBound(const tql::patch_t& check, int32_t plot, int32_t range, bool au
 ReportSingleRawIssue::ReportSingleRawIssue(const tql::patch_t& object,
                                            const GenerationContext& context, uint32_t depth)
     : ReportIssue(context, depth),
-      object(object),
-      warnAbove(kNaN),
-      warnBelow(kNaN),
-      alertAbove(kNaN),
-      alertBelow(kNaN),
-      rangeMin(kNaN),
-      rangeMax(kNaN) {}
+      object_(object),
+      warnAbove_(kNaN),
+      warnBelow_(kNaN),
+      alertAbove_(kNaN),
+      alertBelow_(kNaN),
+      rangeMin_(kNaN),
+      rangeMax_(kNaN) {}
 
 void ReportSingleRawIssue::analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
                                    IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
-  traceId("Analysing checks for check ", object.id);
-  stats.explanationFolder = parentStats.explanationFolder;
-  label = stringOr(object, schema::kLongLabel, "<no name>");
+  traceId("Analysing checks for check ", object_.id);
+  stats_.explanationFolder = parentStats.explanationFolder;
+  label_ = stringOr(object_, schema::kLongLabel, "<no name>");
   const tql::id_t folder =
-      addFolder(context->db, parentFolder, schema::kFolderCheck, label, object.id);
-  if (issue->kind == ReportKind::kConfiguration) {
-    analyseConfiguration(context->db, object, folder, context->treeRoot, timeZone);
+      addFolder(context_->db, parentFolder, schema::kFolderCheck, label_, object_.id);
+  if (issue_->kind == ReportKind::kConfiguration) {
+    analyseConfiguration(context_->db, object_, folder, context_->treeRoot, timeZone);
     status = 0;
     return;
   }
@@ -65,52 +65,52 @@ void ReportSingleRawIssue::analyse(const tql::id_t& parentFolder, const Interval
 void ReportSingleRawIssue::analyseData(const tql::id_t& folder, const IntervalSet& intervals,
                                        IssueStats& parentStats, int64_t& firstSample,
                                        zone_t timeZone) {
-  const int64_t end = issue->start + issue->duration;
+  const int64_t end = issue_->start + issue_->duration;
   dbms::Return_TSDB_Get_Data_Data reply =
-      fetchSeries(context->db, object.id, schema::kTsdbIndex, true, issue->start, end, 0);
+      fetchSeries(context_->db, object_.id, schema::kTsdbIndex, true, issue_->start, end, 0);
   if (reply.data.empty()) {
     if (log_tracing()) log("No statistics data for check. Ignoring check.", kLogTrace);
-    addRow(context->db, folder, "",
+    addRow(context_->db, folder, "",
            "Notice: statistics graph is missing, since no data for analysis were available.", {});
     return;
   }
   const int32_t dataType = reply.data_type;
-  unit.clear();
-  if (const tql::property_t* p = object.find_set_property(schema::kUnit))
-    tql::decode_blob(*p, unit);
-  rangeMin = scalarOr(object, schema::kRangeMin, kNaN);
-  rangeMax = scalarOr(object, schema::kRangeMax, kNaN);
-  if (issue->wantSummary && dataType != tsdb::kIncidentLog) {
-    addRow(context->db, folder, "",
-           (issue->start == 0 ? "Statistics from " : "Statistics during period ") +
-               periodText(*issue, timeZone),
+  unit_.clear();
+  if (const tql::property_t* p = object_.find_set_property(schema::kUnit))
+    tql::decode_blob(*p, unit_);
+  rangeMin_ = scalarOr(object_, schema::kRangeMin, kNaN);
+  rangeMax_ = scalarOr(object_, schema::kRangeMax, kNaN);
+  if (issue_->wantSummary && dataType != tsdb::kIncidentLog) {
+    addRow(context_->db, folder, "",
+           (issue_->start == 0 ? "Statistics from " : "Statistics during period ") +
+               periodText(*issue_, timeZone),
            {});
   }
   const int64_t lastFirst = runIntervals(dataType, reply.data, intervals, firstSample);
   reply.data.clear();  // Only one check's data is held at a time.
   if (hasSummaryRows(dataType)) {
-    addSummaryRows(context->db, *issue, folder, stats);
+    addSummaryRows(context_->db, *issue_, folder, stats_);
   } else if (dataType != tsdb::kIncidentLog) {
     log("Cannot output datatype " + std::to_string(dataType));
   }
-  stats.worst = stats.availability();
-  stats.worstFolder = folder;
-  stats.worstName = label;
-  stats.checks = 1;
-  if (dataType != tsdb::kIncidentLog) parentStats.merge(stats);
-  if (issue->kind == ReportKind::kAvailability && !issue->wantGraph) {
+  stats_.worst = stats_.availability();
+  stats_.worstFolder = folder;
+  stats_.worstName = label_;
+  stats_.checks = 1;
+  if (dataType != tsdb::kIncidentLog) parentStats.merge(stats_);
+  if (issue_->kind == ReportKind::kAvailability && !issue_->wantGraph) {
     status = 0;
     return;
   }
   storeSeries(folder, dataType, lastFirst, timeZone);
-  hideIfWanted(folder, stats.availability());
+  hideIfWanted(folder, stats_.availability());
   status = 0;
 }
 
 int64_t ReportSingleRawIssue::runIntervals(int32_t dataType,
                                            const std::vector<tsdb::interval_ptr>& samples,
                                            const IntervalSet& intervals, int64_t& firstSample) {
-  CheckAnalysis analysis(object, issue->start == 0, stats);
+  CheckAnalysis analysis(object_, issue_->start == 0, stats_);
   std::vector<ContinuousSample*> continuous;
   std::vector<EnumSample*> enums;
   if (dataType == tsdb::kEnum) {
@@ -143,39 +143,39 @@ int64_t ReportSingleRawIssue::runIntervals(int32_t dataType,
     firstSample = std::min(firstSample, first);
   }
   const Thresholds& t = analysis.thresholds();
-  warnAbove = t.warnAbove;
-  warnBelow = t.warnBelow;
-  alertAbove = t.alertAbove;
-  alertBelow = t.alertBelow;
+  warnAbove_ = t.warnAbove;
+  warnBelow_ = t.warnBelow;
+  alertAbove_ = t.alertAbove;
+  alertBelow_ = t.alertBelow;
   return first;
 }
 
 void ReportSingleRawIssue::storeSeries(const tql::id_t& folder, int32_t dataType, int64_t lastFirst,
                                        zone_t timeZone) {
-  const int64_t fetchStart = issue->start != 0 ? issue->start : lastFirst;
+  const int64_t fetchStart = issue_->start != 0 ? issue_->start : lastFirst;
   if (dataType == tsdb::kIncidentLog) {
-    storeCheckLog(context->db, *issue, folder, object.id, fetchStart, timeZone);
+    storeCheckLog(context_->db, *issue_, folder, object_.id, fetchStart, timeZone);
     return;
   }
-  const ReportFlags& flags = context->flags;
+  const ReportFlags& flags = context_->flags;
   GraphSettings settings;
   settings.dataType = dataType;
-  settings.unit = unit;
-  settings.alertAbove = alertAbove;
-  settings.warnAbove = warnAbove;
-  settings.alertBelow = alertBelow;
-  settings.warnBelow = warnBelow;
+  settings.unit = unit_;
+  settings.alertAbove = alertAbove_;
+  settings.warnAbove = warnAbove_;
+  settings.alertBelow = alertBelow_;
+  settings.warnBelow = warnBelow_;
   settings.showMinMax = flags.graphShowMinMax;
   settings.showNoResponse = flags.graphShowNoResponse;
-  settings.plotMin = plotBound(object, schema::kPlotMin, schema::kRangeMin, flags.graphAutoScale);
-  settings.plotMax = plotBound(object, schema::kPlotMax, schema::kRangeMax, flags.graphAutoScale);
+  settings.plotMin = plotBound(object_, schema::kPlotMin, schema::kRangeMin, flags.graphAutoScale);
+  settings.plotMax = plotBound(object_, schema::kPlotMax, schema::kRangeMax, flags.graphAutoScale);
   settings.tabular = dataType == tsdb::kEnum ? flags.graphTabularEnum : flags.graphTabularUptime;
-  const tql::id_t graph = addGraph(context->db, folder, "Statistics", settings, object);
+  const tql::id_t graph = addGraph(context_->db, folder, "Statistics", settings, object_);
   dbms::Return_TSDB_Get_Data_Data chart =
-      fetchSeries(context->db, object.id, schema::kTsdbIndex, false, fetchStart,
-                  issue->start + issue->duration, kChartPoints);
+      fetchSeries(context_->db, object_.id, schema::kTsdbIndex, false, fetchStart,
+                  issue_->start + issue_->duration, kChartPoints);
   // A series that vanished between the two fetches leaves the graph empty.
   if (!chart.data.empty()) {
-    putSeries(context->db, graph, schema::kTsdbIndex, chart.data_type, std::move(chart.data));
+    putSeries(context_->db, graph, schema::kTsdbIndex, chart.data_type, std::move(chart.data));
   }
 }

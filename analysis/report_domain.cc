@@ -9,21 +9,21 @@
 
 void ReportDomain::analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
                            IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
-  traceId("Analysing domain ", object.id);
-  const std::string label = stringOr(object, schema::kTreeLabel, "");
+  traceId("Analysing domain ", object_.id);
+  const std::string label = stringOr(object_, schema::kTreeLabel, "");
   const tql::id_t folder =
-      addFolder(context->db, parentFolder, schema::kFolderDomain, label, object.id);
-  const bool availability = issue->wantSummary && issue->kind == ReportKind::kAvailability;
+      addFolder(context_->db, parentFolder, schema::kFolderDomain, label, object_.id);
+  const bool availability = issue_->wantSummary && issue_->kind == ReportKind::kAvailability;
   if (parentStats.explanationFolder.empty() && availability) {
-    addExplanation(context->db, parentFolder, object.id, parentStats);
+    addExplanation(context_->db, parentFolder, object_.id, parentStats);
   }
-  if (issue->kind == ReportKind::kConfiguration)
-    addDomainConfiguration(context->db, folder, object, timeZone);
+  if (issue_->kind == ReportKind::kConfiguration)
+    addDomainConfiguration(context_->db, folder, object_, timeZone);
   IssueStats stats;
   stats.explanationFolder = parentStats.explanationFolder;
   descend(folder, intervals, stats, firstSample, timeZone);
   if (availability)
-    addAvailabilityRows(context->db, *issue, folder, stats, "Worst node availability is ");
+    addAvailabilityRows(context_->db, *issue_, folder, stats, "Worst node availability is ");
   parentStats.merge(stats);
   hideIfWanted(folder, stats.worst);
   status = 0;
@@ -31,21 +31,21 @@ void ReportDomain::analyse(const tql::id_t& parentFolder, const IntervalSet& int
 
 void ReportDomain::descend(const tql::id_t& folder, const IntervalSet& intervals, IssueStats& stats,
                            int64_t& firstSample, zone_t timeZone) {
-  traceId("Descending from ", object.id);
-  const std::vector<const tql::patch_t*> children = sortedChildren(object);
+  traceId("Descending from ", object_.id);
+  const std::vector<const tql::patch_t*> children = sortedChildren(object_);
   for (const tql::patch_t* child : children) {
     if (child->class_ == schema::kNode) {
       traceId("Got node ", child->id);
-      ReportHost host(*child, *context, depth + 1, selector, progress);
+      ReportHost host(*child, *context_, depth_ + 1, selector_, progress_);
       host.analyse(folder, intervals, stats, firstSample, timeZone);
     } else if (child->class_ != schema::kDomain) {
-      traceId("Got unexpected object ", child->id);
+      traceId("Got unexpected object_ ", child->id);
     }
   }
   for (const tql::patch_t* child : children) {
     if (child->class_ != schema::kDomain) continue;
     traceId("Got domain ", child->id);
-    ReportDomain domain(*child, *context, depth + 1, selector, progress);
+    ReportDomain domain(*child, *context_, depth_ + 1, selector_, progress_);
     domain.analyse(folder, intervals, stats, firstSample, timeZone);
   }
 }

@@ -13,15 +13,15 @@
 
 void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& intervals,
                          IssueStats& parentStats, int64_t& firstSample, zone_t timeZone) {
-  traceId("Analysing host ", object.id);
-  std::unique_ptr<tql::patch_t> tree = selector.select(object);
-  if (!tree || issue->kind == ReportKind::kOverview) {
+  traceId("Analysing host ", object_.id);
+  std::unique_ptr<tql::patch_t> tree = selector_.select(object_);
+  if (!tree || issue_->kind == ReportKind::kOverview) {
     status = 0;
     return;
   }
   const std::string label = stringOr(*tree, schema::kLongLabel, "\"Unknown\"");
   const tql::id_t folder =
-      addFolder(context->db, parentFolder, schema::kFolderNode, label, object.id);
+      addFolder(context_->db, parentFolder, schema::kFolderNode, label, object_.id);
   IssueStats stats;
   stats.explanationFolder = parentStats.explanationFolder;
   descend(*tree, folder, intervals, stats, firstSample, timeZone);
@@ -30,8 +30,8 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
             std::to_string(stats.sum_total_time),
         kLogTrace);
   }
-  if (issue->wantSummary && issue->kind == ReportKind::kAvailability) {
-    addAvailabilityRows(context->db, *issue, folder, stats, "Worst check availability is ");
+  if (issue_->wantSummary && issue_->kind == ReportKind::kAvailability) {
+    addAvailabilityRows(context_->db, *issue_, folder, stats, "Worst check availability is ");
   }
   if (stats.checks != 0) {
     // For the level above a node is one item with its total availability.
@@ -41,31 +41,31 @@ void ReportHost::analyse(const tql::id_t& parentFolder, const IntervalSet& inter
     asItem.worstName = label;
     parentStats.merge(asItem);
   }
-  if (issue->wantIncidents &&
-      (issue->kind == ReportKind::kAvailability || issue->kind == ReportKind::kIncidents)) {
-    addIncidentLog(context->db, *issue, context->flags, folder, object.id, timeZone);
+  if (issue_->wantIncidents &&
+      (issue_->kind == ReportKind::kAvailability || issue_->kind == ReportKind::kIncidents)) {
+    addIncidentLog(context_->db, *issue_, context_->flags, folder, object_.id, timeZone);
   }
-  if (issue->wantSummary && issue->kind == ReportKind::kConfiguration) {
-    addNodeConfiguration(context->db, folder, *tree, context->treeRoot, timeZone);
+  if (issue_->wantSummary && issue_->kind == ReportKind::kConfiguration) {
+    addNodeConfiguration(context_->db, folder, *tree, context_->treeRoot, timeZone);
   }
   hideIfWanted(folder, stats.worst);
-  progress.advance(1);
+  progress_.advance(1);
   status = 0;
 }
 
 void ReportHost::descend(const tql::patch_t& from, const tql::id_t& folder,
                          const IntervalSet& intervals, IssueStats& stats, int64_t& firstSample,
                          zone_t timeZone) {
-  if (issue->kind == ReportKind::kIncidents) {
+  if (issue_->kind == ReportKind::kIncidents) {
     traceId("Not descending from ", from.id);
     return;
   }
   traceId("Descending from ", from.id);
   for (const tql::patch_t* child : sortedChildren(from)) {
-    traceId("Got object ", child->id);
+    traceId("Got object_ ", child->id);
     descend(*child, folder, intervals, stats, firstSample, timeZone);
     if (child->tags.count(0) != 0) {
-      ReportSingleRawIssue check(*child, *context, depth + 1);
+      ReportSingleRawIssue check(*child, *context_, depth_ + 1);
       check.analyse(folder, intervals, stats, firstSample, timeZone);
     }
   }

@@ -34,16 +34,16 @@ class ReportIssue {
 
  protected:
   ReportIssue(const GenerationContext& context, uint32_t depth)
-      : context(&context), issue(&context.issue), depth(depth) {}
+      : context_(&context), issue_(&context.issue), depth_(depth) {}
 
   // The hide test: deletes `folder` when this level is at least the
   // report's hideLevel deep and `value` is at least its hideThreshold (never
   // for NaN).
   void hideIfWanted(const tql::id_t& folder, double value) const;
 
-  const GenerationContext* context;  // Shared, not owned.
-  const ResolvedIssue* issue;        // context->issue.
-  const uint32_t depth;              // 0 for the root domain.
+  const GenerationContext* context_;  // Shared, not owned.
+  const ResolvedIssue* issue_;        // context_->issue.
+  const uint32_t depth_;              // 0 for the root domain.
 };
 
 // The levels above the checks: a domain or node, with the report's
@@ -56,12 +56,12 @@ class ReportTreeIssue : public ReportIssue {
   // itself is abstract.
   ReportTreeIssue(const tql::patch_t& object, const GenerationContext& context, uint32_t depth,
                   CheckSelector& selector, Progress& progress)
-      : ReportIssue(context, depth), object(object), selector(selector), progress(progress) {}
+      : ReportIssue(context, depth), object_(object), selector_(selector), progress_(progress) {}
 
  protected:
-  const tql::patch_t& object;
-  CheckSelector& selector;
-  Progress& progress;
+  const tql::patch_t& object_;
+  CheckSelector& selector_;
+  Progress& progress_;
 };
 
 class ReportDomain : public ReportTreeIssue {
@@ -109,10 +109,10 @@ class ReportSingleRawIssue : public ReportIssue {
   // The graph or log with the chart's series.
   void storeSeries(const tql::id_t& folder, int32_t dataType, int64_t lastFirst, zone_t timeZone);
 
-  const tql::patch_t& object;
-  std::string unit;                                     // The check's unit blob; empty for none.
-  double warnAbove, warnBelow, alertAbove, alertBelow;  // NaN until loaded.
-  double rangeMin, rangeMax;
-  IssueStats stats;  // This check alone.
-  std::string label;
+  const tql::patch_t& object_;
+  std::string unit_;  // The check's unit blob; empty for none.
+  double warnAbove_, warnBelow_, alertAbove_, alertBelow_;  // NaN until loaded.
+  double rangeMin_, rangeMax_;
+  IssueStats stats_;  // This check alone.
+  std::string label_;
 };

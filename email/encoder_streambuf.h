@@ -53,7 +53,7 @@ class EncoderStreambuf : public std::streambuf {
   char* reserve(std::size_t n);
   // Marks the output up to `end`, a pointer into the room of reserve(), as
   // written.
-  void commit(char* end) { length_ = static_cast<std::size_t>(end - buffer_.data()); }
+  void commit(const char* end) { length_ = static_cast<std::size_t>(end - buffer_.data()); }
 
   int_type overflow(int_type c) override;
   std::streamsize xsputn(const char* s, std::streamsize n) override;

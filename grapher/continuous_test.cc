@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "grapher/continuous_part.h"
 #include "grapher/gd_canvas.h"
 #include "grapher/palette.h"
@@ -20,7 +22,7 @@ constexpr int kPlotTop = 19;
 constexpr int kPlotBottomRow = 125;
 
 int column(int64_t t) {  // of a time within the day, in that picture
-  return kLeft + static_cast<int>((t - kNewYear) / double(kDay) * 575 + 0.5);
+  return kLeft + static_cast<int>(std::lround((t - kNewYear) / double(kDay) * 575));
 }
 
 ContinuousSeries hourly(const std::vector<double>& values) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "grapher/enum_part.h"
 #include "grapher/palette.h"
 #include "grapher/test_picture.h"
@@ -18,7 +20,7 @@ constexpr int kLowerTop = 52;
 constexpr int kEnumLeft = 45;
 
 int enumColumn(int64_t t) {
-  return kEnumLeft + static_cast<int>((t - kNewYear) / double(kDay) * 554 + 0.5);
+  return kEnumLeft + static_cast<int>(std::lround((t - kNewYear) / double(kDay) * 554));
 }
 
 EnumSeries states(const std::vector<std::pair<int64_t, uint32_t>>& samples) {
@@ -118,7 +120,7 @@ TEST(EnumPart, LegendBoxesLoseTheClassStripeWhenClassesDiffer) {
 // Uptime bars of one day without other parts: the axis (21), its strip (3),
 // then 27 rows per line; a name of one character makes the margin 6 + 3.
 int uptimeColumn(int64_t t) {
-  return 9 + static_cast<int>((t - kNewYear) / double(kDay) * 590 + 0.5);
+  return 9 + static_cast<int>(std::lround((t - kNewYear) / double(kDay) * 590));
 }
 
 TEST(UptimePart, GapsAreRedAndTouchingRunsShiftByOnePixel) {

@@ -1,6 +1,7 @@
 #include "grapher/x_axis.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <limits>
 
@@ -156,7 +157,7 @@ int Graph::XAxisPart::xPosition(int64_t time) const {
     f = static_cast<double>(time - g.start) / static_cast<double>(g.end - g.start);
     f = std::clamp(f, 0.0, 1.0);
   }
-  return left_ + static_cast<int>(f * (context_.width - right_ - left_ - 1) + 0.5);
+  return left_ + static_cast<int>(std::lround(f * (context_.width - right_ - left_ - 1)));
 }
 
 int Graph::XAxisPart::height() const {

@@ -32,7 +32,7 @@ class ChildProcess : public io::Selectable {
   // The exit code, or 128 + the signal that ended it.
   int exit_code() const { return exit_code_; }
   // Sends a signal (SIGKILL to end it hard, SIGTERM, ...).
-  void send_signal(int signo);
+  void send_signal(int signo) const;
   // Blocks until the child has ended; returns the exit code.
   int wait();
 

@@ -10,8 +10,6 @@
 #include "host/child_process.h"
 #include "io/system_error.h"
 
-extern char** environ;
-
 namespace host {
 
 ChildProcess::ChildProcess(const std::vector<std::string>& argv,
@@ -100,7 +98,7 @@ bool ChildProcess::reap(bool block) {
   return true;
 }
 
-void ChildProcess::send_signal(int signo) {
+void ChildProcess::send_signal(int signo) const {
   if (pid_ > 0 && !exited_) kill(pid_, signo);
 }
 
