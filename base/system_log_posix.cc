@@ -15,7 +15,7 @@ void log_system_event(const char* text) {
   memcpy(line, kPrefix, n);
   size_t len = strlen(text);
   if (len > sizeof(line) - n) len = sizeof(line) - n;
-  memcpy(line + n, text, len);  // NOLINT(bugprone-not-null-terminated-result): a datagram
+  memcpy(line + n, text, len);
   n += len;
 
   int fd = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);

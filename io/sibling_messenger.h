@@ -189,19 +189,20 @@ class SiblingMessenger : public StackedSelectableBack {
   // in order on the signal queue. Raises io::ENoConnection when the peer has
   // no FIFO.
   void send_signal(int peer, Signal signal);
-  // Connects to the FIFO of `peer` and clears its state. Raises
-  // error::ESystemError "Cannot open sibling id N FIFO for writing". With
-  // `reconnect`, a peer that had a FIFO before (a restarted child) is
-  // connected anew instead of being a fatal assertion.
-  void openFifo(int peer, bool reconnect = false);
+  // Connects to the FIFO of peer `id`. Raises error::ESystemError "Cannot
+  // open sibling id N FIFO for writing". With `reconnect`, a peer that had a
+  // FIFO before (a restarted child) is connected anew, and what its old self
+  // left is dropped, instead of being a fatal assertion; a first connection
+  // keeps what the peer sent before its introduction came.
+  void openFifo(int id, bool reconnect = false);
   // Takes the area as this process's own write area.
   void take_own_area(uint64_t start, uint64_t size);
   // Notes the write area of `owner` (own or a peer's).
   void enter_area(int owner, uint64_t start, uint64_t size);
   // What a SiblingDied(id) does.
   void sibling_died(int id);
-  // A write to `peer` failed.
-  void siblingGone(int peer);
+  // A write to peer `id` failed.
+  void siblingGone(int id);
   // Forgets the peer's input, queued signals and acknowledgements.
   void clear_state(SiblingImplementation& peer);
   // True while input, queued signals or acknowledgements concern `peer`.

@@ -38,11 +38,13 @@ class OneMailServer {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    ::bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof(address));
     socklen_t length = sizeof(address);
-    ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &length);
+    if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0 ||
+        ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &length) != 0 ||
+        ::listen(listener_, 1) != 0) {
+      ADD_FAILURE() << "no loopback port for the mail server";
+    }
     port_ = ntohs(address.sin_port);
-    ::listen(listener_, 1);
     thread_ = std::thread([this] { serve(); });
   }
   ~OneMailServer() {
@@ -228,6 +230,7 @@ TEST_F(ReportMailingTest, JobsOfAnUnfinishedInstanceWaitForItsGeneration) {
   p.push_back(tql::make_property<tql::kind::kUint>(schema::kWorkerNode, 1));
   const host::StoredObject* stored = db_.store().objects().find(instance);
   tql::update_object(db_.db(), instance, stored->version, std::move(p), 0);
+  p.clear();
   p.push_back(destination("ops@example.test"));
   tql::create_object(db_.db(), instance, schema::kReportSendTo, std::move(p), 0);
   dbms::Return_Tql_Select_Data reply = mailing_reply(db_.db());

@@ -64,7 +64,8 @@ class BerEnumerated : public BerIntegerTemplate<int32_t> {
  public:
   explicit BerEnumerated(int32_t value = 0)
       : BerIntegerTemplate(value, kLowest, kHighest, BE_ENUMERATED) {}
-  explicit BerEnumerated(int32_t* target)
+  // The value is read into *target later, so it can't point to const.
+  explicit BerEnumerated(int32_t* target)  // NOLINT(readability-non-const-parameter)
       : BerIntegerTemplate(target, kLowest, kHighest, BE_ENUMERATED) {}
 
   std::unique_ptr<BerValue> clone() const override {

@@ -20,7 +20,7 @@ class TextWriter {
  private:
   void indent(int level) { out_ << std::string(2 * level, ' '); }
   void comment_line(ReportFolderContent& item, int level);
-  void item(ReportFolderContent& item, int level);
+  void item(ReportFolderContent& content, int level);
   void row(ReportRow& row, int level);
   void graph(ReportGraph& graph, int level);
   void log(ReportLog& log, int level);

@@ -265,7 +265,7 @@ TEST(Subscriptions, ThePatternsOfTheTwoStandingSelects) {
   EXPECT_EQ(15, mailing.min_eval_interval);
   std::vector<std::pair<int32_t, int32_t>> steps;
   for (const tql::pattern_t* p = &mailing.pattern; p != nullptr;
-       p = p->next.empty() ? nullptr : &p->next[0]) {
+       p = p->next.empty() ? nullptr : p->next.data()) {
     EXPECT_LE(p->next.size(), 1u);
     steps.emplace_back(p->class_, p->flags);
   }

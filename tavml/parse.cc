@@ -101,8 +101,9 @@ class Parser {
     if (!next_is('"') && !next_is('\'')) fault("Expected \" after =");
     const char quote = text_[pos_++];
     size_t end = text_.find(quote, pos_);
-    conversion_.link(std::string(text_.substr(pos_, end == text_.npos ? text_.npos : end - pos_)));
-    if (end == text_.npos) fault("Improperly quoted attribute");
+    conversion_.link(std::string(
+        text_.substr(pos_, end == std::string_view::npos ? std::string_view::npos : end - pos_)));
+    if (end == std::string_view::npos) fault("Improperly quoted attribute");
     pos_ = end + 1;
   }
 
@@ -123,7 +124,7 @@ class Parser {
   // Plain characters up to the next '<', '&', line end or the end.
   void text_run() {
     size_t end = text_.find_first_of("<&\r\n", pos_);
-    if (end == text_.npos) end = text_.size();
+    if (end == std::string_view::npos) end = text_.size();
     conversion_.text(text_.substr(pos_, end - pos_));
     pos_ = end;
   }

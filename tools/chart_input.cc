@@ -107,10 +107,12 @@ ChartInput parseChartInput(const std::string& text) {
     at("records[" + std::to_string(i) + "]",
        [&] { in.records.push_back(record(in.dataType, records[i])); });
   }
-  for (const auto& [name, value] : doc.items()) {
+  for (const auto& item : doc.items()) {
+    const std::string& name = item.key();
     if (name == "start" || name == "end" || name == "data_type" || name == "records") {
       continue;
     }
+    const auto& value = item.value();
     at(name, [&] { in.graphObject.set_property(propertyValue(propertyNumber(name), value)); });
   }
   return in;

@@ -24,6 +24,6 @@ struct ChartInput {
 // JSON, a missing or mistyped field, an unknown property name or value
 // kind, a data type other than 2, 3, 5 and 6, or a record of the wrong
 // length.
-ChartInput parseChartInput(const std::string& json);
+ChartInput parseChartInput(const std::string& text);
 
 }  // namespace tools
