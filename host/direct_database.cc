@@ -6,7 +6,6 @@ namespace host {
 
 template <class Call>
 auto DirectDatabase::serve(Call call) -> decltype(call()) {
-  ++requests_;
   try {
     return call();
   } catch (const EBadRequest& e) {
@@ -31,7 +30,6 @@ dbms::Return_Tql_Delete_Data DirectDatabase::remove(const dbms::Tql_Delete_Data&
 }
 
 dbms::Return_Tql_Forget_Data DirectDatabase::forget(const dbms::Tql_Forget_Data& request) {
-  ++requests_;
   dbms::Return_Tql_Forget_Data reply;
   reply.forgotten_req_id = request.req_id_to_forget;
   return reply;

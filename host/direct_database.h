@@ -25,16 +25,12 @@ class DirectDatabase : public dbms::Database {
   dbms::Return_TSDB_Append_Data_Record_Data append_data_record(
       const dbms::TSDB_Append_Data_Record_Data& request) override;
 
-  // Requests served so far.
-  int requests() const { return requests_; }
-
  private:
   // Runs one store call, turning a refused request into the remote error.
   template <class Call>
   auto serve(Call call) -> decltype(call());
 
   host::Database& store_;
-  int requests_ = 0;
 };
 
 }  // namespace host

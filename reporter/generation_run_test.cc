@@ -46,6 +46,12 @@ class GenerationRunTest : public ::testing::Test {
                                    TimeValue(static_cast<int32_t>(order_time)));
   }
 
+  // Loads the world with every create of an object of `class_` refused.
+  void load_failing_creates_of(int32_t class_) {
+    db_ = std::make_unique<host::testing::WorldDatabase>(world_);
+    db_->store().fail_creates_of(class_);
+  }
+
   std::vector<json> instances(const std::string& id) { return db_->children(id, "ReportInstance"); }
 
   json world_ = host::testing::report_world();
@@ -114,8 +120,7 @@ TEST_F(GenerationRunTest, AnOrderNumberAlreadyTakenEndsTheGenerationQuietly) {
 TEST_F(GenerationRunTest, AFailedAnalysisFinishesTheInstanceButNeitherPublishesNorMailsIt) {
   add(report_object("0.1.90", "R", "0.1.2", 1, "a@example.test"));
   // The walk catches nothing: a refused result object fails the analysis.
-  db_ = std::make_unique<host::testing::WorldDatabase>(world_);
-  db_->store().fail_creates_of(schema::kReportResultRow);
+  load_failing_creates_of(schema::kReportResultRow);
   EXPECT_TRUE(generate("0.1.90").instance.empty());
   const std::vector<json> made = instances("0.1.90");
   ASSERT_EQ(1u, made.size());
@@ -132,8 +137,7 @@ TEST_F(GenerationRunTest, DatabaseRefusalsAndDamagedPeriodsFailTheGenerationWith
   json early = report_object("0.1.91", "Early");
   early["props"]["startTime"] = {{"date", -3600}};
   add(early);
-  db_ = std::make_unique<host::testing::WorldDatabase>(world_);
-  db_->store().fail_creates_of(schema::kReportInstance);
+  load_failing_creates_of(schema::kReportInstance);
   EXPECT_TRUE(generate("0.1.90").instance.empty());
   const std::vector<std::string> lines = db_->incidents("0.1.90");
   ASSERT_EQ(2u, lines.size());
@@ -162,8 +166,7 @@ TEST_F(GenerationRunTest, TheMailJobStaysUntilTheMailIsTried) {
 
 TEST_F(GenerationRunTest, TheMailJobGoesInBeforeTheInstanceIsFinished) {
   add(report_object("0.1.90", "R", "0.1.2", 1, "a@example.test"));
-  db_ = std::make_unique<host::testing::WorldDatabase>(world_);
-  db_->store().fail_creates_of(schema::kReportSendTo);
+  load_failing_creates_of(schema::kReportSendTo);
   EXPECT_TRUE(generate("0.1.90").instance.empty());
   // Unfinished: a restart deletes it and generates the order again.
   const std::vector<json> made = instances("0.1.90");
