@@ -26,8 +26,13 @@ class Message {
   void addTo(std::unique_ptr<Address> to) { to_.push_back(std::move(to)); }
   void addReplyTo(std::unique_ptr<Address> replyTo) { replyTo_.push_back(std::move(replyTo)); }
   void setBody(std::unique_ptr<MimeBody> body) { body_ = std::move(body); }
-  // Plain text; a CR or LF in it is written as a blank.
+  // Any text; a CR or LF in it is written as a blank. Text that can't stand
+  // in a header as it is goes out as encoded words.
   void setSubject(std::string subject) { subject_ = std::move(subject); }
+  // Fixes the Date and Message-ID headers (tests); by default write() takes
+  // the time of writing and a new id in the sender's domain.
+  void setDate(std::string date) { date_ = std::move(date); }
+  void setMessageId(std::string id) { messageId_ = std::move(id); }
   // Adds or replaces the header "X-" + name. A line feed in the value
   // continues the header on a folded line; CR and LF in the name are
   // written as blanks.
@@ -47,6 +52,8 @@ class Message {
  private:
   void writeHeaders(std::ostream& stream, int& counter);
   void writeExtraHeader(std::ostream& stream, const std::string& name, const std::string& value);
+  std::string date() const;
+  std::string messageId() const;
 
   std::string stamp_;  // the middle of every boundary
   std::unique_ptr<Address> from_;
@@ -54,6 +61,8 @@ class Message {
   AddressList replyTo_;
   std::unique_ptr<MimeBody> body_;
   std::string subject_;
+  std::string date_;                            // empty: the time of writing
+  std::string messageId_;                       // empty: a new one
   std::map<std::string, std::string> headers_;  // by name, without "X-"
 };
 

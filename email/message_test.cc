@@ -23,8 +23,12 @@ const std::string kPreamble =
 // The headers of a message whose body is a quoted-printable text.
 const std::string kTextHeaders =
     "MIME-Version: 1.0\r\n"
-    "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n"
+    "Content-Type: text/plain;\r\n\tcharset=\"utf-8\"\r\n"
     "Content-Transfer-Encoding: quoted-printable\r\n";
+// The Date and Message-ID that simple() fixes.
+const std::string kStamp =
+    "Date: Tue, 24 Nov 2026 04:59:00 +0100\r\n"
+    "Message-ID: <1@x>\r\n";
 const std::string kMailer =
     "X-Mailer: Tavrel Monitoring Server v.3.8.0 build 5153 on Windows NT (AMD-64)\r\n";
 
@@ -51,6 +55,8 @@ Message& simple(Message& m, std::unique_ptr<MimeBody> body,
   m.addTo(address(to));
   m.setSubject(subject);
   m.setBody(std::move(body));
+  m.setDate("Tue, 24 Nov 2026 04:59:00 +0100");
+  m.setMessageId("<1@x>");
   return m;
 }
 
@@ -73,7 +79,7 @@ TEST(Message, SinglePartByteForByte) {
   EXPECT_EQ("From: Tavrel Reports <reports@example.com>\r\n" + kMailer +
                 "To: <alice@example.com>, Bob <bob@example.com>\r\n"
                 "Subject: Weekly report\r\n" +
-                kTextHeaders +
+                kStamp + kTextHeaders +
                 "X-Note: a\r\n\tb\r\n"
                 "X-Report: 7\r\n"
                 "\r\n"
@@ -96,7 +102,7 @@ TEST(Message, ReplyToAndHeaderFolding) {
                 "To: <t@x>\r\n"
                 "Reply-To: <r@x>, Sam <s@x>\r\n"
                 "Subject: S\r\n" +
-                kTextHeaders +
+                kStamp + kTextHeaders +
                 "X-A: one\r\n\ttwo\r\n"
                 "X-B: \r\n"
                 "\r\n"
@@ -117,10 +123,11 @@ TEST(Message, NestedMultipartsNumberedInHeaderOrderWithPartsAddedWhileWriting) {
 
   Message m;
   simple(m, std::move(mixed));
-  const std::string text = "Content-Type: text/plain;\r\n\tcharset=\"iso-8859-1\"\r\n";
+  const std::string text = "Content-Type: text/plain;\r\n\tcharset=\"utf-8\"\r\n";
   const std::string qp = "Content-Transfer-Encoding: quoted-printable\r\n";
   const std::string seven = "Content-Transfer-Encoding: 7bit\r\n";
-  EXPECT_EQ("From: <f@x>\r\n" + kMailer + "To: <t@x>\r\nSubject: S\r\nMIME-Version: 1.0\r\n" +
+  EXPECT_EQ("From: <f@x>\r\n" + kMailer + "To: <t@x>\r\nSubject: S\r\n" + kStamp +
+                "MIME-Version: 1.0\r\n" +
                 "Content-Type: multipart/mixed;\r\n\tboundary=\"---------_=_1.2\"\r\n" + seven +
                 "\r\n" + kPreamble +  //
                 "-----------_=_1.2\r\n" +
@@ -134,10 +141,10 @@ TEST(Message, NestedMultipartsNumberedInHeaderOrderWithPartsAddedWhileWriting) {
                 "Content-Disposition: attachment;\r\n\tfilename=\"a.txt\"\r\n"
                 "\r\nplain\r\n\r\n"
                 "-----------_=_1.4\r\n"
-                "Content-Type: text/html;\r\n\tcharset=\"iso-8859-1\"\r\n" +
+                "Content-Type: text/html;\r\n\tcharset=\"utf-8\"\r\n" +
                 qp + "\r\n<p>\r\n\r\n" + "-----------_=_1.4--\r\n\r\n" +  //
                 "-----------_=_1.3\r\n"
-                "Content-Type: image/gif;\r\n\tcharset=\"iso-8859-1\"\r\n"
+                "Content-Type: image/gif\r\n"
                 "Content-Transfer-Encoding: base64\r\n"
                 "Content-Disposition: attachment;\r\n\tfilename=\"logo.gif\"\r\n"
                 "Content-ID: <logo>\r\n"
@@ -172,10 +179,10 @@ TEST(Message, LineBreaksInHeaderTextsBecomeBlanks) {
   simple(m, textLeaf(kX), std::make_unique<Address>("Eve\nX-Evil: 1", "f@x"), "t@x\r\nBcc: <b@x>",
          "Hi\r\nBcc: evil@x");
   m.setHeader("A\nB", "v\n\r");
-  EXPECT_EQ("From: Eve X-Evil: 1 <f@x>\r\n" + kMailer +
+  EXPECT_EQ("From: \"Eve X-Evil: 1\" <f@x>\r\n" + kMailer +
                 "To: <t@x  bcc: <b@x>>\r\n"
                 "Subject: Hi  Bcc: evil@x\r\n" +
-                kTextHeaders +
+                kStamp + kTextHeaders +
                 "X-A B: v\r\n"
                 "\r\n"
                 "x=\r\n"

@@ -50,11 +50,13 @@ class UnstructuredMimeBody : public MimeBody {
 
   std::string transferEncoding() const override { return encoding_->name(); }
   std::string contentDisposition() const override { return disposition_; }
-  // The type and, on a folded line, charset "iso-8859-1"; for every leaf,
-  // pictures too.
+  // The type; for text ("text/...") with, on a folded line, charset
+  // "utf-8".
   std::string contentType(const std::string& stamp, int& counter) override;
   // Writes writeContent() through an encoder on `stream`, then the
-  // encoder's tail. A failure of the target stream raises.
+  // encoder's tail. The bytes of a text are made UTF-8 on the way: what is
+  // no valid UTF-8 is read as ISO-8859-1 (base/utf8.h). A failure of the
+  // target stream raises.
   void writeBody(std::ostream& stream, const std::string& stamp, int& counter) override;
 
  protected:
@@ -68,12 +70,17 @@ class UnstructuredMimeBody : public MimeBody {
   std::string disposition_;
 };
 
-// An attachment of bytes that the caller keeps alive as long as the body.
+// The Content-Disposition of a part that the mail shows where its HTML
+// refers to it: "inline" with the file name on a folded line.
+std::string inline_disposition(const std::string& fileName);
+
+// An attachment of bytes that the caller keeps alive as long as the body;
+// `asInline` makes it a part shown inline (a picture of the HTML).
 class DataMimeBody : public UnstructuredMimeBody {
  public:
   DataMimeBody(const void* data, uint32_t length, std::string contentId,
                const std::string& fileName, std::string type,
-               const ContentTransferEncoding& encoding);
+               const ContentTransferEncoding& encoding, bool asInline = false);
 
  protected:
   void writeContent(std::ostream& out) override;

@@ -53,6 +53,17 @@ std::unique_ptr<Message> reportLikeMessage() {
 
 using MaildirTest = SmtpTest;
 
+// Parses the server's Maildir back with read_maildir.py into the server's
+// folder: "parsed", "parts/part<n>" and "parts/subject".
+bool parseBack(BackgroundPython& server) {
+  const auto parts = server.folder() / "parts";
+  std::filesystem::create_directories(parts);
+  const std::string command = "/usr/bin/python3 '" + kTestData + "/read_maildir.py' '" +
+                              (server.folder() / "maildir").string() + "' '" + parts.string() +
+                              "' >'" + (server.folder() / "parsed").string() + "' 2>&1";
+  return std::system(command.c_str()) == 0;
+}
+
 TEST_F(MaildirTest, SendToRealServerAndParseBack) {
   BackgroundPython server(kTestData + "/maildir_server.py");
   const int port = server.port();
@@ -63,12 +74,7 @@ TEST_F(MaildirTest, SendToRealServerAndParseBack) {
   ASSERT_TRUE(client.send(*m)) << ::testing::PrintToString(lines);
   EXPECT_EQ((LogLine{"Mail transaction completed successfully.", false}), lines.back());
 
-  const auto parts = server.folder() / "parts";
-  std::filesystem::create_directories(parts);
-  const std::string command = "/usr/bin/python3 '" + kTestData + "/read_maildir.py' '" +
-                              (server.folder() / "maildir").string() + "' '" + parts.string() +
-                              "' >'" + (server.folder() / "parsed").string() + "' 2>&1";
-  ASSERT_EQ(0, std::system(command.c_str())) << server.read("parsed");
+  ASSERT_TRUE(parseBack(server)) << server.read("parsed");
   const std::string preamble =
       "'Your email program does not understand MIME format.\\n"
       "You can edit your Tavrel alert path to use plain-text only,\\n"
@@ -76,11 +82,13 @@ TEST_F(MaildirTest, SendToRealServerAndParseBack) {
       "this mail.\\n'";
   EXPECT_EQ(
       "From: Reports <sender@example.org>\n"
-      "To: <alice@example.org>, Bob <bob@example.org>\n"
+      "To: alice@example.org, Bob <bob@example.org>\n"
       "Subject: Tavrel report - weekly\n"
       "X-Mailer: Tavrel Monitoring Server v.3.8.0 build 5153 on Windows NT (AMD-64)\n"
       "X-RcptTo: alice@example.org, bob@example.org\n"
       "X-MailFrom: sender@example.org\n"
+      "long header lines 0\n"
+      "Message-ID ok True\n"
       "defects 0\n"
       "multipart/related Content-Transfer-Encoding=7bit\n"
       "  preamble " +
@@ -90,16 +98,48 @@ TEST_F(MaildirTest, SendToRealServerAndParseBack) {
           "    preamble " +
           preamble +
           "\n"
-          "    text/plain Content-Transfer-Encoding=quoted-printable charset=iso-8859-1\n"
+          "    text/plain Content-Transfer-Encoding=quoted-printable "
+          "Content-Disposition=attachment; filename=\"a.txt\" charset=utf-8\n"
           "      'Availability 99.5 %\\n.a line that starts with a dot\\n.\\n"
           "caf\\xe9 = ok, trailing blank \\n" +
           std::string(200, 'x') +
           "\\n'\n"
-          "    text/html Content-Transfer-Encoding=quoted-printable charset=iso-8859-1\n"
+          "    text/html Content-Transfer-Encoding=quoted-printable charset=utf-8\n"
           "      '<p>Report</p>\\n<img src=\"cid:logo\">\\n'\n"
-          "  image/png Content-ID=<logo> Content-Transfer-Encoding=base64 charset=iso-8859-1\n",
+          "  image/png Content-ID=<logo> Content-Transfer-Encoding=base64 "
+          "Content-Disposition=attachment; filename=\"logo.gif\"\n",
       server.read("parsed"));
   EXPECT_EQ(kPicture, server.read("parts/part2"));
+}
+
+// Header texts that mail systems refuse or cut when written raw: a subject
+// outside ASCII, one of 2,000 characters, 120 recipients. The strict parser
+// must find no defect and no line over 78 characters, and decode the
+// subject back to the text that was given.
+TEST_F(MaildirTest, LongAndForeignHeaderTextsArriveWhole) {
+  BackgroundPython server(kTestData + "/maildir_server.py");
+  const int port = server.port();
+  ASSERT_NE(0, port) << server.read("output");
+  SmtpClient client("127.0.0.1:" + std::to_string(port), "tavrel.test", log);
+  client.setTimeout(30s);
+  const std::string foreign = "\xC3\x86r\xC3\xB8 \xE2\x9C\x93 \xE6\x97\xA5\xE6\x9C\xAC";
+  std::string longName;
+  while (longName.size() < 2000) longName += "Availability of " + foreign + " nodes, ";
+  for (const std::string& subject : {foreign, longName}) {
+    auto m = reportLikeMessage();
+    m->setSubject(subject);
+    for (int i = 0; i < 120; ++i) {
+      m->addTo(std::make_unique<Address>("r" + std::to_string(i) + "@example.org"));
+    }
+    ASSERT_TRUE(client.send(*m)) << ::testing::PrintToString(lines);
+    ASSERT_TRUE(parseBack(server)) << server.read("parsed");
+    EXPECT_EQ(subject, server.read("parts/subject"));
+    const std::string parsed = server.read("parsed");
+    EXPECT_NE(std::string::npos, parsed.find("long header lines 0\nMessage-ID ok True\n"))
+        << parsed;
+    std::filesystem::remove_all(server.folder() / "maildir" / "new");
+    std::filesystem::create_directories(server.folder() / "maildir" / "new");
+  }
 }
 
 }  // namespace

@@ -6,25 +6,8 @@
 #include "base/log.h"
 #include "mailing/picture_mime_body.h"
 #include "mailing/report_bodies.h"
+#include "report/html_resources.h"
 #include "resource/resource_error.h"
-
-namespace {
-
-struct NamedPicture {
-  int32_t resource;
-  const char* contentId;
-  const char* fileName;
-};
-
-// By `which`: the lamps of a log entry's severity and the report's logo.
-constexpr NamedPicture kNamedPictures[] = {
-    {resource::kOkLamp, "ok_lamp", "ok_lamp.png"},
-    {resource::kWarningLamp, "warn_lamp", "warning_lamp.png"},
-    {resource::kErrorLamp, "alert_lamp", "alert_lamp.png"},
-    {resource::kReportLogo, "report_logo", "report_logo.png"},
-};
-
-}  // namespace
 
 MimeImageGenerator::MimeImageGenerator(report::ReportInstance& instance,
                                        email::MimeMultipart& related, zone_t zone,
@@ -44,22 +27,25 @@ bool MimeImageGenerator::attach(int32_t number, const std::string& contentId,
 }
 
 void MimeImageGenerator::picture(std::string& out, int which) {
-  if (which < report::html::kPictureOkLamp || which > report::html::kPictureLogo) {
-    throw error::EFatal("Unknown picture!");
-  }
-  const NamedPicture& named = kNamedPictures[which];
-  if (attached_.insert(which).second) attach(named.resource, named.contentId, named.fileName);
-  out = std::string("<img src=\"cid:") + named.contentId + "\" border='0'>";
+  // Raises "Unknown picture!" for a `which` out of range.
+  const report::html::PictureFile& named = report::html::picture_file(which);
+  if (attached_.insert(which).second) attach(named.resource, named.content_id, named.file_name);
+  out = report::html::picture_tag(std::string("cid:") + named.content_id, named);
 }
 
 void MimeImageGenerator::spacer(std::string& out, int width, int height) {
-  if (!spacer_attached_) spacer_attached_ = attach(resource::kSpacer, "spacer", "spacer.gif");
-  out = "<img src=\"cid:spacer\" border='0' width='" + std::to_string(width) + "' height='" +
-        std::to_string(height) + "'>";
+  const report::html::PictureFile& spacer = report::html::kSpacerFile;
+  if (!spacer_attached_) {
+    spacer_attached_ = attach(spacer.resource, spacer.content_id, spacer.file_name);
+  }
+  out = report::html::spacer_tag(std::string("cid:") + spacer.content_id, width, height);
 }
 
 void MimeImageGenerator::chart(std::string& out, const report::ReportGraph& graph) {
   const std::string name = "chart" + std::to_string(next_chart_++);
-  related_->addPart(std::make_unique<ReportGraphMimeBody>(*instance_, graph.clone(), name, zone_));
-  out = "<img src=\"cid:" + name + "\">";
+  std::unique_ptr<report::ReportGraph> own = graph.clone();
+  std::string title;
+  own->name(title);
+  related_->addPart(std::make_unique<ReportGraphMimeBody>(*instance_, std::move(own), name, zone_));
+  out = report::html::chart_tag("cid:" + name, title);
 }

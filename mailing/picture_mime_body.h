@@ -18,8 +18,8 @@ struct PictureBytes {
 
 class PictureMimeBody : private PictureBytes, public DataMimeBody {
  public:
-  // The resource's bytes and MIME type, base64, with `contentId` and the
-  // attachment file name `fileName`. The bytes are copied: a resource may
+  // The resource's bytes and MIME type, base64, with `contentId`, shown
+  // inline under the file name `fileName`. The bytes are copied: a resource may
   // be reloaded (and its old bytes freed) while the mail is still being
   // written, and pictures are small.
   PictureMimeBody(const resource::resource_t& resource, std::string contentId,

@@ -8,6 +8,7 @@
 #include "grapher/check_image.h"
 #include "grapher/graph.h"
 #include "report/html_renderer.h"
+#include "report/html_resources.h"
 #include "report/text_renderer.h"
 #include "resource/resource_error.h"
 
@@ -31,9 +32,7 @@ ReportHtmlMimeBody::ReportHtmlMimeBody(report::ReportInstance& instance,
 
 std::string ReportHtmlMimeBody::styleBlock(resource::resource_collection& resources) {
   try {
-    const resource::resource_t& sheet = resources.get(resource::kStyleSheet);
-    return std::string("<style type=\"") + sheet.mime_type() + "\">\r\n<!--\r\n" + sheet.text() +
-           "-->\r\n</style>\r\n";
+    return report::html::style_block(resources.get(resource::kStyleSheet));
   } catch (const resource::resource_error& e) {
     log(e.text());
     return {};
@@ -47,7 +46,8 @@ void ReportHtmlMimeBody::writeContent(std::ostream& out) {
 ReportGraphMimeBody::ReportGraphMimeBody(report::ReportInstance& instance,
                                          std::unique_ptr<report::ReportGraph> graph,
                                          std::string contentId, zone_t zone)
-    : UnstructuredMimeBody("image/png", email::base64_encoding()),
+    : UnstructuredMimeBody("image/png", email::base64_encoding(),
+                           email::inline_disposition(contentId + ".png")),
       instance_(&instance),
       graph_(std::move(graph)),
       zone_(zone) {

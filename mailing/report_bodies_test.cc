@@ -34,9 +34,10 @@ std::string bodyOf(email::MimeBody& body) {
 }
 
 // `content` as a leaf of `type` in `encoding` would write it.
+// `content` through `encoding`, its bytes as they are (no text conversion).
 std::string encoded(const std::string& content, const email::ContentTransferEncoding& encoding) {
   email::DataMimeBody leaf(content.data(), static_cast<uint32_t>(content.size()), "", "f",
-                           "text/plain", encoding);
+                           "application/octet-stream", encoding);
   return bodyOf(leaf);
 }
 
@@ -47,7 +48,7 @@ TEST(ReportBodiesTest, TextBodyIsTheTextRenderingInTheReportZone) {
   report::render_report_text(instance, text, zone);
   ASSERT_NE(std::string::npos, text.str().find("up again"));
   ReportTextMimeBody body(instance, zone);
-  EXPECT_EQ("text/plain;\r\n\tcharset=\"iso-8859-1\"", [&] {
+  EXPECT_EQ("text/plain;\r\n\tcharset=\"utf-8\"", [&] {
     int counter = 1;
     return body.contentType("1", counter);
   }());
@@ -125,7 +126,8 @@ TEST(ReportBodiesTest, GraphBodyDrawsTheChartOverTheReportPeriod) {
   EXPECT_EQ("chart4", body.getContentId());
   EXPECT_EQ("base64", body.transferEncoding());
   int counter = 1;
-  EXPECT_EQ("image/png;\r\n\tcharset=\"iso-8859-1\"", body.contentType("1", counter));
+  EXPECT_EQ("image/png", body.contentType("1", counter));
+  EXPECT_EQ("inline;\r\n\tfilename=\"chart4.png\"", body.contentDisposition());
   const std::string written = bodyOf(body);
   EXPECT_EQ(grapher::kTabular, kind);
   EXPECT_EQ(kStart, start);
@@ -166,18 +168,20 @@ std::vector<std::string> partsOf(email::MimeMultipart& related) {
   related.writeBody(out, "1", counter);
   std::istringstream in(out.str());
   std::vector<std::string> parts;
-  std::string line, type, id, file;
+  std::string line, type, id, disposition, file;
   bool inHeaders = false;
   while (std::getline(in, line)) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     if (line == "-----------_=_1.2") {
       inHeaders = true;
-      type = id = file = "";
+      type = id = disposition = file = "";
     } else if (inHeaders && line.empty()) {
       inHeaders = false;
-      parts.push_back(type + id + file);
+      parts.push_back(type + id + disposition + file);
     } else if (inHeaders && line.starts_with("Content-Type: ")) {
       type = line.substr(14, line.find(';') - 14);
+    } else if (inHeaders && line.starts_with("Content-Disposition: ")) {
+      disposition = " " + line.substr(21, line.find(';') - 21);
     } else if (inHeaders && line.starts_with("Content-ID: ")) {
       id = " " + line.substr(12);
     } else if (inHeaders && line.starts_with("\tfilename=")) {
@@ -198,25 +202,27 @@ class ImageGeneratorTest : public ::testing::Test {
 
 TEST_F(ImageGeneratorTest, EachPictureIsAttachedOnce) {
   const std::vector<std::pair<int, std::string>> asked = {
-      {0, "<img src=\"cid:ok_lamp\" border='0'>"},
-      {1, "<img src=\"cid:warn_lamp\" border='0'>"},
-      {0, "<img src=\"cid:ok_lamp\" border='0'>"},
-      {2, "<img src=\"cid:alert_lamp\" border='0'>"},
-      {3, "<img src=\"cid:report_logo\" border='0'>"},
-      {3, "<img src=\"cid:report_logo\" border='0'>"},
+      {0, "<img src=\"cid:ok_lamp\" border='0' alt=\"OK\">"},
+      {1, "<img src=\"cid:warn_lamp\" border='0' alt=\"Warning\">"},
+      {0, "<img src=\"cid:ok_lamp\" border='0' alt=\"OK\">"},
+      {2, "<img src=\"cid:alert_lamp\" border='0' alt=\"Alert\">"},
+      {3, "<img src=\"cid:report_logo\" border='0' alt=\"Tavrel\">"},
+      {3, "<img src=\"cid:report_logo\" border='0' alt=\"Tavrel\">"},
   };
   for (const auto& [which, html] : asked) {
     images.picture(out, which);
     EXPECT_EQ(html, out) << which;
   }
   images.spacer(out, 10, 1);
-  EXPECT_EQ("<img src=\"cid:spacer\" border='0' width='10' height='1'>", out);
+  EXPECT_EQ("<img src=\"cid:spacer\" border='0' width='10' height='1' alt=\"\">", out);
   images.spacer(out, 3, 4);
-  EXPECT_EQ("<img src=\"cid:spacer\" border='0' width='3' height='4'>", out);
+  EXPECT_EQ("<img src=\"cid:spacer\" border='0' width='3' height='4' alt=\"\">", out);
   const std::vector<std::string> expected = {
-      "image/png <ok_lamp> \"ok_lamp.png\"",       "image/png <warn_lamp> \"warning_lamp.png\"",
-      "image/png <alert_lamp> \"alert_lamp.png\"", "image/png <report_logo> \"report_logo.png\"",
-      "image/gif <spacer> \"spacer.gif\"",
+      "image/png <ok_lamp> inline \"ok_lamp.png\"",
+      "image/png <warn_lamp> inline \"warning_lamp.png\"",
+      "image/png <alert_lamp> inline \"alert_lamp.png\"",
+      "image/png <report_logo> inline \"report_logo.png\"",
+      "image/gif <spacer> inline \"spacer.gif\"",
   };
   EXPECT_EQ(expected, partsOf(related));
 }
@@ -237,13 +243,13 @@ TEST_F(ImageGeneratorTest, UnreadablePictureIsLoggedOnceAndItsTagStays) {
   resources.remove("ok_lamp_small.png");
   LogCapture log;
   images.picture(out, 0);
-  EXPECT_EQ("<img src=\"cid:ok_lamp\" border='0'>", out);
+  EXPECT_EQ("<img src=\"cid:ok_lamp\" border='0' alt=\"OK\">", out);
   images.picture(out, 0);
-  EXPECT_EQ("<img src=\"cid:ok_lamp\" border='0'>", out);
+  EXPECT_EQ("<img src=\"cid:ok_lamp\" border='0' alt=\"OK\">", out);
   images.picture(out, 1);
   ASSERT_EQ(1u, log.lines.size());
   EXPECT_NE(std::string::npos, log.lines[0].find("ok_lamp_small.png")) << log.lines[0];
-  const std::vector<std::string> expected = {"image/png <warn_lamp> \"warning_lamp.png\""};
+  const std::vector<std::string> expected = {"image/png <warn_lamp> inline \"warning_lamp.png\""};
   EXPECT_EQ(expected, partsOf(related));
 }
 
@@ -251,14 +257,14 @@ TEST_F(ImageGeneratorTest, SpacerIsTriedAgainAfterAFailedLoad) {
   resources.remove("spacer.gif");
   LogCapture log;
   images.spacer(out, 10, 1);
-  EXPECT_EQ("<img src=\"cid:spacer\" border='0' width='10' height='1'>", out);
+  EXPECT_EQ("<img src=\"cid:spacer\" border='0' width='10' height='1' alt=\"\">", out);
   images.spacer(out, 10, 1);
   EXPECT_EQ(2u, log.lines.size());
   resources.write("spacer.gif", "GIF89a");
   images.spacer(out, 10, 1);
   images.spacer(out, 10, 1);
   EXPECT_EQ(2u, log.lines.size());
-  const std::vector<std::string> expected = {"image/gif <spacer> \"spacer.gif\""};
+  const std::vector<std::string> expected = {"image/gif <spacer> inline \"spacer.gif\""};
   EXPECT_EQ(expected, partsOf(related));
 }
 
@@ -278,18 +284,22 @@ std::string chartsOf(fake::Instance& instance, MimeImageGenerator& images) {
 
 TEST_F(ImageGeneratorTest, ChartsAreNumberedFromZeroInEachMail) {
   fake::Instance charts({fake::graph("a"), fake::graph("b")});
-  EXPECT_EQ("<img src=\"cid:chart0\"><img src=\"cid:chart1\">", chartsOf(charts, images));
+  EXPECT_EQ("<img src=\"cid:chart0\" alt=\"a\"><img src=\"cid:chart1\" alt=\"b\">",
+            chartsOf(charts, images));
   images.picture(out, 3);
   // Each part holds a graph of its own, drawn when the part is written.
   EXPECT_EQ(2, fake::alive());
-  const std::vector<std::string> expected = {"image/png <chart0>", "image/png <chart1>",
-                                             "image/png <report_logo> \"report_logo.png\""};
+  const std::vector<std::string> expected = {"image/png <chart0> inline \"chart0.png\"",
+                                             "image/png <chart1> inline \"chart1.png\"",
+                                             "image/png <report_logo> inline \"report_logo.png\""};
   EXPECT_EQ(expected, partsOf(related));
 
   email::MimeMultipart nextRelated(email::MimeMultipart::kRelated);
   MimeImageGenerator nextMail(instance, nextRelated, timeZoneValue(0), resources.store());
-  fake::Instance one({fake::graph("c")});
-  EXPECT_EQ("<img src=\"cid:chart0\">", chartsOf(one, nextMail));
+  fake::Instance one({fake::graph("c & <d>"), fake::graph("")});
+  EXPECT_EQ(
+      "<img src=\"cid:chart0\" alt=\"c &amp; &lt;d&gt;\"><img src=\"cid:chart1\" alt=\"Chart\">",
+      chartsOf(one, nextMail));
 }
 
 }  // namespace

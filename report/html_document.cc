@@ -16,7 +16,7 @@ void write_head(std::ostream& out, const std::string& name, const std::string& s
       << "<head>\r\n"
       << style_block << "\r\n"
       << "<title>Tavrel Report: " << escape(name) << "</title>\r\n"
-      << "<meta http-equiv='Content-Type' content='text/html; charset=ISO-8859-1'>\r\n"
+      << "<meta http-equiv='Content-Type' content='text/html; charset=UTF-8'>\r\n"
       << "</head>\r\n"
       << "<body class=\"report\">\r\n";
 }

@@ -36,26 +36,29 @@ void write_heading(std::ostream& out, ReportFolder& folder, uint32_t type) {
   }
 }
 
-// Labelled rows that follow each other share one two-column table inside a
-// cell of the folder's table, so that their columns line up.
-class InnerTable {
+// A table that is written only once something goes into it, so that no
+// empty <table> is ever written; `before` and `after` surround it.
+class DeferredTable {
  public:
-  explicit InnerTable(std::ostream& out) : out_(out) {}
+  DeferredTable(std::ostream& out, const char* before, const char* after)
+      : out_(out), before_(before), after_(after) {}
   void open() {
     if (open_) return;
-    out_ << "<tr><td>";
+    out_ << before_;
     table(out_, "", "");
     open_ = true;
   }
   void close() {
     if (!open_) return;
     end_table(out_);
-    out_ << "</td></tr>\r\n";
+    out_ << after_;
     open_ = false;
   }
 
  private:
   std::ostream& out_;
+  const char* before_;
+  const char* after_;
   bool open_ = false;
 };
 
@@ -75,11 +78,15 @@ void write_item(std::ostream& out, ReportFolderContent& item, ImageGenerator& im
   }
 }
 
-void write_contents(std::ostream& out, ReportFolder& folder, ImageGenerator& images, zone_t zone) {
+// Labelled rows that follow each other share one two-column table inside a
+// cell of the folder's table, so that their columns line up.
+void write_contents(std::ostream& out, ReportFolder& folder, DeferredTable& outer,
+                    ImageGenerator& images, zone_t zone) {
   ContentList items;
   folder.contents(items);
-  InnerTable inner(out);
+  DeferredTable inner(out, "<tr><td>", "</td></tr>\r\n");
   for (auto& item : items) {
+    outer.open();
     auto* row = dynamic_cast<ReportRow*>(item.get());
     std::string label;
     if (row) row->label(label);
@@ -97,11 +104,12 @@ void write_contents(std::ostream& out, ReportFolder& folder, ImageGenerator& ima
 
 // Child folders in a nested table, behind a narrow spacer column that indents
 // them; a node's children are headed "Checks".
-void write_subfolders(std::ostream& out, ReportFolder& folder, uint32_t type,
+void write_subfolders(std::ostream& out, ReportFolder& folder, uint32_t type, DeferredTable& outer,
                       ImageGenerator& images, zone_t zone) {
   std::vector<std::unique_ptr<ReportFolder>> children;
   folder.subfolders(children);
   if (children.empty()) return;
+  outer.open();
   row(out, "", "");
   table(out, "", "");
   if (type == schema::kFolderNode) {
@@ -131,10 +139,11 @@ void render_folder(ReportFolder& folder, std::ostream& out, ImageGenerator& imag
   std::string comment;
   folder.comment(comment);
   if (!comment.empty()) span(out, comment, "reportcomment", "");
-  table(out, "", "");
-  write_contents(out, folder, images, zone);
-  write_subfolders(out, folder, type, images, zone);
-  end_table(out);
+  // The folder's table, left out when the folder holds nothing.
+  DeferredTable outer(out, "", "");
+  write_contents(out, folder, outer, images, zone);
+  write_subfolders(out, folder, type, outer, images, zone);
+  outer.close();
 }
 
 }  // namespace report

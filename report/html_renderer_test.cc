@@ -52,9 +52,8 @@ std::string PeriodLine(fake::Instance& instance) {
   return doc.substr(from, doc.find("\r\n", from) - from);
 }
 
-const char kEmptyCheck[] =
-    "<a name='id.ping'><span class='reportcheck'>ping</span></a><table>\r\n"
-    "</table>\r\n";
+// A folder with nothing in it writes no table.
+const char kEmptyCheck[] = "<a name='id.ping'><span class='reportcheck'>ping</span></a>";
 
 TEST(HtmlFolder, LabelledRowsShareOneInnerTable) {
   EXPECT_EQ(
@@ -154,8 +153,7 @@ TEST(HtmlFolder, SubSectionHasNoAnchorAndStandsInARowOfItsOwn) {
 TEST(HtmlFolder, HeadingAndCommentAreEscaped) {
   EXPECT_EQ(
       "<a name='id.a<b & \"c\"'><span class='reportcheck'>a&lt;b &amp; &quot;c&quot;</span></a>"
-      "<span class='reportcomment'>line one<BR>\nline two &#9;</span><table>\r\n"
-      "</table>\r\n",
+      "<span class='reportcomment'>line one<BR>\nline two &#9;</span>",
       Render(commented(folder(schema::kFolderCheck, "a<b & \"c\""), "line one\r\nline two \t")));
 }
 
@@ -216,7 +214,7 @@ TEST(HtmlDocument, HeadHeaderAndEnd) {
       "<head>\r\n"
       "<style>b{}</style>\r\n"
       "<title>Tavrel Report: Weekly &lt;web&gt;</title>\r\n"
-      "<meta http-equiv='Content-Type' content='text/html; charset=ISO-8859-1'>\r\n"
+      "<meta http-equiv='Content-Type' content='text/html; charset=UTF-8'>\r\n"
       "</head>\r\n"
       "<body class=\"report\">\r\n"
       "<span class='reporttitle'>Monitoring Report: Weekly &lt;web&gt;</span>"

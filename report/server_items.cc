@@ -52,7 +52,8 @@ bool ServerReportGraph::showNoResponse() { return flag_of(object, schema::kGraph
 bool ServerReportGraph::tabular() { return flag_of(object, schema::kGraphTabularUptime); }
 
 dbms::Return_TSDB_Get_Data_Data ServerReportGraph::read_samples() const {
-  return read_series(*db_, object.id, schema::kTsdbIndex, true, 200);
+  // Every stored record: the chart covers the whole period.
+  return read_series(*db_, object.id, schema::kTsdbIndex, true, 0x7fffffff);
 }
 
 void ServerReportGraph::generate_check_image(grapher::Graph& graph) {

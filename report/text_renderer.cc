@@ -147,6 +147,9 @@ void TextWriter::text(ReportText& text, int level) {
   }
   indent(level);
   out_ << result;
+  // What follows starts a line of its own, also after a text that doesn't
+  // end in a line break.
+  if (!result.empty() && result.back() != '\n') out_ << "\r\n";
 }
 
 }  // namespace

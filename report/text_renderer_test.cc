@@ -81,10 +81,15 @@ TEST(TextReport, LogWithoutEntriesGivesTwoLines) {
             Text({folder(schema::kFolderCheck, "ping", {fake::log("events", {})})}));
 }
 
-TEST(TextReport, TextsStandAsTheMarkupGivesThem) {
-  EXPECT_EQ("Hello ALL\nbye", Text({fake::text("Hello <b>all</b>\r\nbye")}));
-  EXPECT_EQ("Parse error: Unterminated b-tag in \"<b>x\"Unknown ReportInstanceContent",
+TEST(TextReport, TextsStandAsTheMarkupGivesThemAndEndTheirLine) {
+  EXPECT_EQ("Hello ALL\nbye\r\n", Text({fake::text("Hello <b>all</b>\r\nbye")}));
+  EXPECT_EQ("Parse error: Unterminated b-tag in \"<b>x\"\r\nUnknown ReportInstanceContent",
             Text({fake::text("<b>x"), fake::stranger()}));
+  // The opening text doesn't run into the first heading.
+  EXPECT_EQ("Over one month.\r\nDomain: Demo\r\n  \r\n",
+            Text({fake::text("Over one month."), folder(schema::kFolderDomain, "Demo", {})}));
+  EXPECT_EQ("Ends its line\nDomain: Demo\r\n  \r\n",
+            Text({fake::text("Ends its line\r\n"), folder(schema::kFolderDomain, "Demo", {})}));
 }
 
 TEST(TextReport, HeadingsAndValuesAreNotEscaped) {

@@ -18,13 +18,12 @@ FileImageGenerator::FileImageGenerator(std::string directory, int64_t start, int
 void FileImageGenerator::picture(std::string& out, int which) {
   const report::html::PictureFile& file = report::html::picture_file(which);
   copy_resource(file.resource, file.file_name);
-  out = std::string("<img src=\"") + file.file_name + "\" border='0'>";
+  out = report::html::picture_tag(file.file_name, file);
 }
 
 void FileImageGenerator::spacer(std::string& out, int width, int height) {
   copy_resource(report::html::kSpacerFile.resource, report::html::kSpacerFile.file_name);
-  out = std::string("<img src=\"") + report::html::kSpacerFile.file_name + "\" border='0' width='" +
-        std::to_string(width) + "' height='" + std::to_string(height) + "'>";
+  out = report::html::spacer_tag(report::html::kSpacerFile.file_name, width, height);
 }
 
 void FileImageGenerator::chart(std::string& out, const report::ReportGraph& graph) {
@@ -40,7 +39,9 @@ void FileImageGenerator::chart(std::string& out, const report::ReportGraph& grap
     png = grapher::errorPicture(e.text());
   }
   write_file(name, png.data(), png.size());
-  out = "<img src=\"" + name + "\">";
+  std::string title;
+  own->name(title);
+  out = report::html::chart_tag(name, title);
 }
 
 void FileImageGenerator::copy_resource(int32_t number, const std::string& file_name) {

@@ -21,6 +21,7 @@
 #include "base/error.h"
 #include "base/log.h"
 #include "base/meter.h"
+#include "base/utf8.h"
 #include "base/zone.h"
 #include "host/world_names.h"
 #include "io/sibling_messenger.h"
@@ -67,8 +68,12 @@ void read(queues::childqueue& queue, const std::vector<std::string>& args) {
   }
   if (args.size() < 3) throw error::EParseError("no zone given");
   zone_t zone = timeZoneValue(static_cast<int32_t>(cli::Args::to_int(args[2])));
+  // The renderings go out as UTF-8, as the HTML declares and as the mail
+  // sends them: stored bytes that are no valid UTF-8 are read as ISO-8859-1.
+  text::Utf8Streambuf utf8(*std::cout.rdbuf());
+  std::ostream out(&utf8);
   if (mode == "text") {
-    report::render_report_text(instance, std::cout, zone);
+    report::render_report_text(instance, out, zone);
     return;
   }
   if (mode != "html") throw error::EParseError("unknown mode " + mode);
@@ -77,7 +82,7 @@ void read(queues::childqueue& queue, const std::vector<std::string>& args) {
       args.size() > 4 ? args[4] : queues::server_configuration(queue).resource_directory);
   tools::FileImageGenerator images(args[3], instance.start(),
                                    instance.start() + instance.duration(), zone);
-  report::render_report_html(std::cout, instance, style_block(), images, zone);
+  report::render_report_html(out, instance, style_block(), images, zone);
 }
 
 // Ends the messenger's life in order: the shutdown towards the parent, then
