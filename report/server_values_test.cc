@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "host/direct_database.h"
+#include "host/report_test_world.h"
 #include "report/server_items.h"
 #include "tql/errors.h"
 #include "tql/schema.h"
@@ -208,6 +209,30 @@ TEST(ServerItemsTest, AGraphCloneIsIndependentOfItsOriginal) {
   EXPECT_EQ("0.1.9", anchor);
   EXPECT_TRUE(copy->tabular());
   EXPECT_FALSE(copy->showMinMax());
+}
+
+// The analysis stores up to 438 records a chart (a month); the chart reads
+// them all, so that it covers the whole period.
+TEST(ServerItemsTest, AChartReadsEveryStoredRecordOfItsSeries) {
+  host::testing::WorldDatabase world(host::testing::report_world());
+  const tql::id_t owner = host::testing::id_of("0.1.5");
+  std::vector<tsdb::interval_ptr> records;
+  for (int64_t i = 0; i < 438; ++i) {
+    auto r = std::make_unique<tsdb::data_interval_continuous_t>();
+    r->start = host::testing::kDataStart + i * 6000;
+    r->end = r->start + 3000;
+    records.push_back(std::move(r));
+  }
+  world.store().series().put(owner, schema::kTsdbIndex, tsdb::kUptime, std::move(records));
+  tql::patch_t graph = object(schema::kReportResultGraph, 5);
+  graph.id = owner;
+  ServerReportGraph chart(world.db(), graph);
+  const dbms::Return_TSDB_Get_Data_Data series = chart.read_samples();
+  ASSERT_EQ(438u, series.data.size());
+  const auto* last =
+      dynamic_cast<const tsdb::data_interval_continuous_t*>(series.data.back().get());
+  ASSERT_NE(nullptr, last);
+  EXPECT_EQ(host::testing::kDataStart + 437 * 6000, last->start);
 }
 
 TEST(ServerItemsTest, AFolderWithoutTypeShowsAsUnknown) {
