@@ -39,6 +39,9 @@ std::unique_ptr<Message> makeMessage(const std::vector<std::string>& to, const s
   for (const auto& a : to) m->addTo(std::make_unique<Address>(a));
   m->setSubject("Test");
   m->setBody(textLeaf(body));
+  // Fixed, so that two writes of the message give the same bytes.
+  m->setDate("Tue, 24 Nov 2026 04:59:00 +0000");
+  m->setMessageId("<test@example.org>");
   return m;
 }
 

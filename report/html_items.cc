@@ -47,7 +47,7 @@ void write_entry(std::ostream& out, ReportLog& log, ImageGenerator& images, zone
   next_cell(out, "", kNoWrap);
   out << entry_time(log.time(), zone);
   next_cell(out, "", "");
-  out << log.text();
+  out << escape(log.text());  // a stored text, like the labels of rows
   end_row(out);
 }
 
@@ -57,14 +57,17 @@ void write_row(std::ostream& out, ReportRow& item, const std::string& label) {
   std::string value, origin;
   item.value(value);
   item.origin(origin);
+  // Labels and values are plain text that may hold stored names ("Worst
+  // check availability is <no name>"): escaped, so that the reader sees
+  // them whole and the page stays valid HTML.
   if (label.empty()) {
     row(out, "", kColspan2);
-    out << linked(value, origin);
+    out << linked(escape(value), origin);
   } else {
     row(out, "", "");
-    out << linked(label, origin);
+    out << linked(escape(label), origin);
     next_cell(out, "", kAlignRight);
-    out << value;
+    out << escape(value);
   }
   end_row(out);
   write_comment_line(out, item, kColspan2);

@@ -8,9 +8,11 @@ reports "First" and "Second" each have an order and get their destination
 from the case. The main case also grafts the finished instance 0.1.30 of
 tests/data/report_world.json with two ReportSendTo jobs.
 
-Checked: the mails parsed with Python's `email` package (multipart/related
+Checked: the mails parsed with Python's `email` package, also under its
+strict policy, with a Date and a Message-ID; the HTML without errors by
+Debian's `tidy -errors` (multipart/related
 over multipart/alternative with text/plain and text/html, then the PNG
-parts whose Content-IDs are the HTML's `cid:` references; every PNG with
+parts, shown inline, whose Content-IDs are the HTML's `cid:` references; every PNG with
 its signature, chunk CRCs from IHDR to IEND and IDAT that inflates); the
 text part against `tavrel-tool render --format text` on the dump in the
 report's zone; the jobs deleted; the report's incident lines; and, for a
@@ -22,6 +24,8 @@ and stopped by their pids.
 usage: mail_test.py TAVREL_HOST TAVREL_REPORT TAVREL_TOOL RESOURCE_DIR TESTS_DIR SMTP_PEER
 """
 import copy
+import email
+import email.policy
 import json
 import mailbox
 import os
@@ -229,6 +233,12 @@ def check_mail(check, mail, run, instance, zone, recipients):
     check(parseaddr(mail["From"])[1] == "reports@example.test", "%s: From %r" % (what, mail["From"]))
     check(mail["X-RcptTo"] == recipients, "%s: delivered to %r" % (what, mail["X-RcptTo"]))
     check(not mail.defects, "%s: defects %r" % (what, mail.defects))
+    try:
+        strict = email.message_from_bytes(mail.as_bytes(), policy=email.policy.strict)
+        check(strict["Date"] is not None and strict["Message-ID"] is not None,
+              "%s: Date %r, Message-ID %r" % (what, strict["Date"], strict["Message-ID"]))
+    except Exception as e:  # the strict policy raises on any defect
+        check(False, "%s: the strict parser refused the mail: %s" % (what, e))
     check(mail.get_content_type() == "multipart/related", "%s: top %s" % (what, mail.get_content_type()))
     parts = mail.get_payload() if mail.is_multipart() else []
     check(len(parts) >= 2, "%s: %d related parts" % (what, len(parts)))
@@ -241,13 +251,19 @@ def check_mail(check, mail, run, instance, zone, recipients):
     text, html = (p for p in alternative.get_payload())
     for p in (text, html):
         check(p["Content-Transfer-Encoding"] == "quoted-printable" and
-              p.get_content_charset() == "iso-8859-1",
+              p.get_content_charset() == "utf-8",
               "%s: %s is %s in %s" % (what, p.get_content_type(), p["Content-Transfer-Encoding"],
                                       p.get_content_charset()))
     expected = render_text(run, instance, zone).replace(b"\r\n", b"\n")
     got = text.get_payload(decode=True).replace(b"\r\n", b"\n")
     check(got == expected and len(got) > 200,
           "%s: text part differs from the renderer's (%d and %d bytes)" % (what, len(got), len(expected)))
+    page = html.get_payload(decode=True)
+    tidy = subprocess.run(["tidy", "-errors", "-quiet"], input=page, capture_output=True, timeout=60)
+    complaints = tidy.stderr.decode("utf-8", "replace")
+    lines = page.split(b"\n")
+    quoted = [lines[int(n) - 1][:200] for n in re.findall(r"line (\d+) column \d+ - Error", complaints)]
+    check(tidy.returncode < 2, "%s: tidy finds errors in the HTML:\n%s%r" % (what, complaints, quoted))
     refs = []
     for ref in re.findall(r'src="cid:([^"]*)"', html.get_payload(decode=True).decode("latin-1")):
         if ref not in refs:
@@ -257,6 +273,8 @@ def check_mail(check, mail, run, instance, zone, recipients):
     check("chart0" in ids and "report_logo" in ids, "%s: no chart or logo among %r" % (what, ids))
     for p in parts[1:]:
         check(p["Content-Transfer-Encoding"] == "base64", "%s: %s not base64" % (what, p["Content-ID"]))
+        check(p.get_content_disposition() == "inline",
+              "%s: %s shown as %s" % (what, p["Content-ID"], p.get_content_disposition()))
         if p.get_content_type() == "image/png":
             bad, _ = png_problem(p.get_payload(decode=True))
             check(bad is None, "%s: PNG %s: %s" % (what, p["Content-ID"], bad))

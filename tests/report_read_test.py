@@ -164,7 +164,7 @@ class RenderHtml(unittest.TestCase):
             code, out, err = self.render(world, d)
             self.assertEqual(0, code)
             self.assertIn(b"Cannot draw chart chart0.png: Got unknown dataset type 0", err)
-            self.assertIn(b'<img src="chart0.png">', out)
+            self.assertIn(b'<img src="chart0.png" alt="HTTP response time">', out)
             width, height = png_size(os.path.join(d, "chart0.png"))
             # The error picture: one row of the small font, as wide as the text.
             self.assertEqual((len("Got unknown dataset type 0 in generate_check_image") * 6, 13),
