@@ -35,6 +35,7 @@ import subprocess
 import sys
 import tempfile
 import time
+from email.header import decode_header, make_header
 from email.utils import parseaddr
 
 from cases import case, finish
@@ -54,6 +55,7 @@ read_world = json.load(open(os.path.join(tests_dir, "data", "report_world.json")
 FIRST, SECOND, KEPT = "0.1.120", "0.1.130", "0.1.20"  # the reports
 KEPT_INSTANCE = "0.1.30"  # the finished instance of report_world.json
 FIRST_ZONE = 3600  # timeZone of First and Second (mail.json)
+FIRST_NAME = "\u00c6r\u00f8 \u2713 \u65e5\u672c"  # First's name in UTF-8: Ærø ✓ 日本
 KEPT_ZONE = -18000  # timeZone given to the grafted report
 
 
@@ -145,6 +147,8 @@ def world(port, first, second, send_jobs=None):
     for report in domain["children"]:
         if report["id"] in (FIRST, SECOND):
             report["props"]["destination"] = {"string": first if report["id"] == FIRST else second}
+        if report["id"] == FIRST:  # a name that goes out in encoded words
+            report["props"]["name"] = {"string": FIRST_NAME}
     if send_jobs is not None:
         kept = copy.deepcopy(read_world["objects"]["children"][0])
         for o in kept["children"]:
@@ -229,7 +233,7 @@ def check_mail(check, mail, run, instance, zone, recipients):
     HTML's references, the text against the text renderer."""
     name = value(run.by_id[instance]["props"]["name"])
     what = "mail of %s" % instance
-    check(mail["Subject"] == "Tavrel report - " + name, "%s: Subject %r" % (what, mail["Subject"]))
+    check(subject_of(mail) == "Tavrel report - " + name, "%s: Subject %r" % (what, mail["Subject"]))
     check(parseaddr(mail["From"])[1] == "reports@example.test", "%s: From %r" % (what, mail["From"]))
     check(mail["X-RcptTo"] == recipients, "%s: delivered to %r" % (what, mail["X-RcptTo"]))
     check(not mail.defects, "%s: defects %r" % (what, mail.defects))
@@ -299,8 +303,13 @@ def mail_case(name, first, second, run_checks, send_jobs=None):
             run_checks(check, run, mails)
 
 
+def subject_of(mail):
+    """The Subject, its encoded words decoded."""
+    return str(make_header(decode_header(mail["Subject"] or "")))
+
+
 def by_subject(mails, name):
-    return [m for m in mails if m["Subject"] == "Tavrel report - " + name]
+    return [m for m in mails if subject_of(m) == "Tavrel report - " + name]
 
 
 TO_TWO = "ops@example.test, boss@example.test"
@@ -312,6 +321,8 @@ def main_checks(check, run, mails):
     generated(run, check, SECOND)
     check(len(mails) == 2, "%d mails, expected First's and the job's" % len(mails))
     if first:
+        check(FIRST_NAME in value(run.by_id[first]["props"]["name"]),
+              "First's instance is named %r" % value(run.by_id[first]["props"]["name"]))
         got = by_subject(mails, value(run.by_id[first]["props"]["name"]))
         check(len(got) == 1, "First mailed %d times" % len(got))
         if got:
