@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/utf8.h"
+#include "email/encoding.h"
 
 namespace email {
 namespace {
@@ -13,23 +14,6 @@ constexpr size_t kLongestPlainWord = kHeaderLineLimit - 13;
 // Bytes of text per encoded word: 40 base64 characters, so that a word of
 // either charset fits on the first line behind "Subject: ".
 constexpr size_t kBytesPerWord = 30;
-
-constexpr char kBase64[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-
-std::string base64(std::string_view bytes) {
-  std::string out;
-  for (size_t i = 0; i < bytes.size(); i += 3) {
-    uint32_t group = 0;
-    const size_t n = std::min<size_t>(3, bytes.size() - i);
-    for (size_t k = 0; k < 3; ++k) {
-      group = group << 8 | (k < n ? static_cast<unsigned char>(bytes[i + k]) : 0);
-    }
-    for (size_t k = 0; k < 4; ++k) {
-      out += k <= n ? kBase64[(group >> (18 - 6 * k)) & 0x3F] : '=';
-    }
-  }
-  return out;
-}
 
 bool printable(char c) { return (c >= 32 && c <= 126) || c == '\t'; }
 
@@ -72,7 +56,7 @@ std::vector<std::string> encoded_words(std::string_view text) {
       if (n > 0 && n + step > kBytesPerWord) break;
       n += step;
     }
-    words.push_back(prefix + base64(text.substr(i, n)) + "?=");
+    words.push_back(prefix + base64_line(text.substr(i, n)) + "?=");
     i += n;
   }
   return words;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 #include "email/encoder_streambuf.h"
 
@@ -31,6 +32,10 @@ class QuotedPrintableEncoding final : public ContentTransferEncoding {
   std::string name() const override { return "quoted-printable"; }
   std::unique_ptr<EncoderStreambuf> wrap(std::ostream& stream) const override;
 };
+
+// `bytes` in base64 on one line, padded, without a line end: for encoded
+// words in headers and for SMTP authentication.
+std::string base64_line(std::string_view bytes);
 
 // The shared objects; they live as long as the process.
 const ContentTransferEncoding& base64_encoding();

@@ -1,5 +1,6 @@
-// The SMTP client: hands one message to one mail server in one plain
-// dialogue (no authentication, no TLS, no extensions, no retry).
+// The SMTP client: hands one message to one mail server in one dialogue,
+// over TLS and with authentication as the server setting asks
+// (smtp_server.h); no queue and no retry.
 //
 // Not thread-safe; send() blocks the calling thread for the whole dialogue,
 // and for up to the stream time-out at each read or write.
@@ -19,9 +20,11 @@ inline constexpr io::Duration kSmtpTimeout = std::chrono::seconds(120);
 
 class SmtpClient {
  public:
-  // `server` is a host name, optionally with ":" and a port (25 by
-  // default); `mailFrom` is the name given in HELO; `log` gets every report
-  // of the client, errors flagged.
+  // `server` is the server setting (smtp_server.h); `log` gets every report
+  // of the client, errors flagged. The client greets with this machine's
+  // fully qualified name. `mailFrom`, the configuration's sender name, is
+  // kept for the callers' sake and no longer given in the greeting, since
+  // servers refuse a greeting that is no host name.
   SmtpClient(std::string server, std::string mailFrom, SmtpLog log)
       : server_(std::move(server)), mailFrom_(std::move(mailFrom)), log_(std::move(log)) {}
 
@@ -36,6 +39,8 @@ class SmtpClient {
 
   // Replaces the stream time-out; tests use a short one.
   void setTimeout(io::Duration timeout) { timeout_ = timeout; }
+  // Replaces the name in the greeting; tests use a fixed one.
+  void setHeloName(std::string name) { heloName_ = std::move(name); }
 
  private:
   bool connectAndSend(Message& message);
@@ -44,6 +49,7 @@ class SmtpClient {
   const std::string mailFrom_;
   const SmtpLog log_;
   io::Duration timeout_ = kSmtpTimeout;
+  std::string heloName_;  // empty: the machine's fully qualified name
 };
 
 }  // namespace email

@@ -57,6 +57,7 @@ class ScriptedPeerTest : public SmtpTest {
     server = "127.0.0.1:" + std::to_string(port);
     SmtpClient client(server, "tavrel.test", log);
     client.setTimeout(1s);
+    client.setHeloName("tavrel.test");
     const bool sent = client.send(message);
     received = peer.read("received");
     return sent;
@@ -75,7 +76,7 @@ TEST_F(ScriptedPeerTest, RefusedRecipientAmongTwo) {
                                  "send 250 queued\\r\\n\nrecv\nsend 221 bye\\r\\n\nclose\n",
                      *m));
   EXPECT_EQ(
-      "HELO tavrel.test\r\nMAIL FROM:<sender@example.org>\r\nRCPT TO:<a@example.org>\r\n"
+      "EHLO tavrel.test\r\nMAIL FROM:<sender@example.org>\r\nRCPT TO:<a@example.org>\r\n"
       "RCPT TO:<b@example.org>\r\nDATA\r\n" +
           dataOf(*m) + "QUIT\r\n",
       received);
@@ -96,7 +97,8 @@ TEST_F(ScriptedPeerTest, AllRecipientsRefused) {
   EXPECT_EQ(
       (LogLine{"Mail server \"" + server + "\" accepted none of the destinations, aborting", true}),
       lines[2]);
-  EXPECT_TRUE(received.ends_with("RCPT TO:<b@x>\r\n")) << received;
+  // A refusal ends the session with a QUIT.
+  EXPECT_TRUE(received.ends_with("RCPT TO:<b@x>\r\nQUIT\r\n")) << received;
 }
 
 TEST_F(ScriptedPeerTest, NoGreeting) {

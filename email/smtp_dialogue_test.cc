@@ -19,28 +19,6 @@
 namespace email {
 namespace {
 
-// Reads from a fixed script of server replies and keeps what is written.
-class ScriptBuf : public std::streambuf {
- public:
-  explicit ScriptBuf(std::string replies) : in_(std::move(replies)) {
-    setg(in_.data(), in_.data(), in_.data() + in_.size());
-  }
-  std::string out;
-
- protected:
-  int_type overflow(int_type c) override {
-    if (!traits_type::eq_int_type(c, traits_type::eof())) out += traits_type::to_char_type(c);
-    return traits_type::not_eof(c);
-  }
-  std::streamsize xsputn(const char* s, std::streamsize n) override {
-    out.append(s, static_cast<std::size_t>(n));
-    return n;
-  }
-
- private:
-  std::string in_;
-};
-
 // Raises at the first read.
 class FailingBuf : public std::streambuf {
  protected:
@@ -129,7 +107,7 @@ TEST_F(DialogueTest, RefusedRecipientAmongTwoStillDelivers) {
   std::iostream stream(&script);
   EXPECT_TRUE(smtp_dialogue(stream, "mail.example:2525", "Tavrel.Example", *m, log));
   EXPECT_EQ(
-      "HELO Tavrel.Example\r\nMAIL FROM:<sender@example.org>\r\nRCPT TO:<a@example.org>\r\n"
+      "EHLO Tavrel.Example\r\nMAIL FROM:<sender@example.org>\r\nRCPT TO:<a@example.org>\r\n"
       "RCPT TO:<b@example.org>\r\nDATA\r\n" +
           dataOf(*m) + "QUIT\r\n",
       script.out);
@@ -155,7 +133,7 @@ TEST_F(DialogueTest, QuitRefusalIsNoFailure) {
   EXPECT_EQ(expected, lines);
 }
 
-// Each refusal stops the dialogue at once, without QUIT, with its report.
+// Each refusal stops the dialogue at once with its report, and a QUIT.
 TEST_F(DialogueTest, RefusalsStopWithTheirReport) {
   struct Case {
     std::string replies, lastSent, report;
@@ -163,7 +141,10 @@ TEST_F(DialogueTest, RefusalsStopWithTheirReport) {
   const std::vector<Case> cases = {
       {"554-no\r\n554 go away\r\n", "", "\"srv\" greeted us with: 554-no; 554 go away"},
       {"", "", "\"srv\" greeted us with: "},
-      {"220 hi\r\n501 bad\r\n", "HELO h\r\n", "We did send \"HELO h\", but \"srv\" said: 501 bad"},
+      {"220 hi\r\n421 busy\r\n", "EHLO h\r\n",
+       "We did send \"EHLO h\", but \"srv\" said: 421 busy"},
+      {"220 hi\r\n502 what\r\n501 bad\r\n", "EHLO h\r\nHELO h\r\n",
+       "We did send \"HELO h\", but \"srv\" said: 501 bad"},
       {"220 hi\r\n250 a\r\n553 who\r\n", "MAIL FROM:<sender@example.org>\r\n",
        "Delivery not accepted from sender <sender@example.org>, \"srv\" said: 553 who"},
       {"220 hi\r\n250 a\r\n250 b\r\n550 x\r\n550 y\r\n", "RCPT TO:<b@x>\r\n",
@@ -183,8 +164,7 @@ TEST_F(DialogueTest, RefusalsStopWithTheirReport) {
     EXPECT_FALSE(smtp_dialogue(stream, "srv", "h", *m, log)) << c.report;
     ASSERT_FALSE(lines.empty());
     EXPECT_EQ((LogLine{c.report, true}), lines.back());
-    EXPECT_TRUE(script.out.ends_with(c.lastSent)) << script.out;
-    EXPECT_EQ(std::string::npos, script.out.find("QUIT")) << c.report;
+    EXPECT_TRUE(script.out.ends_with(c.lastSent + "QUIT\r\n")) << script.out;
   }
 }
 
@@ -193,7 +173,7 @@ TEST_F(DialogueTest, LineBreakInHeloNameCannotStartACommand) {
   ScriptBuf script("220 hi\r\n501 no\r\n");
   std::iostream stream(&script);
   EXPECT_FALSE(smtp_dialogue(stream, "srv", "h\r\nRSET", *m, log));
-  EXPECT_EQ("HELO h  RSET\r\n", script.out);
+  EXPECT_EQ("EHLO h  RSET\r\nHELO h  RSET\r\nQUIT\r\n", script.out);
 }
 
 }  // namespace

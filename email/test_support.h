@@ -53,6 +53,28 @@ struct LogLine {
 };
 std::ostream& operator<<(std::ostream& os, const LogLine& line);
 
+// Reads from a fixed script of server replies and keeps what is written.
+class ScriptBuf : public std::streambuf {
+ public:
+  explicit ScriptBuf(std::string replies) : in_(std::move(replies)) {
+    setg(in_.data(), in_.data(), in_.data() + in_.size());
+  }
+  std::string out;
+
+ protected:
+  int_type overflow(int_type c) override {
+    if (!traits_type::eq_int_type(c, traits_type::eof())) out += traits_type::to_char_type(c);
+    return traits_type::not_eof(c);
+  }
+  std::streamsize xsputn(const char* s, std::streamsize n) override {
+    out.append(s, static_cast<std::size_t>(n));
+    return n;
+  }
+
+ private:
+  std::string in_;
+};
+
 // A fixture whose `log` records into `lines`.
 class SmtpTest : public ::testing::Test {
  protected:

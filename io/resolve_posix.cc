@@ -2,6 +2,7 @@
 #include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include "io/errors.h"
 #include "io/socket_address.h"
@@ -23,6 +24,23 @@ uint32_t resolve(const std::string& host) {
   uint32_t address = reinterpret_cast<const sockaddr_in*>(result->ai_addr)->sin_addr.s_addr;
   freeaddrinfo(result);
   return address;
+}
+
+std::string fully_qualified_host_name() {
+  char name[256] = {};
+  if (gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') return "localhost.localdomain";
+  addrinfo hints{};
+  hints.ai_flags = AI_CANONNAME;
+  addrinfo* result = nullptr;
+  std::string fqdn = name;
+  if (getaddrinfo(name, nullptr, &hints, &result) == 0 && result != nullptr) {
+    if (result->ai_canonname != nullptr &&
+        std::string(result->ai_canonname).find('.') != std::string::npos) {
+      fqdn = result->ai_canonname;
+    }
+    freeaddrinfo(result);
+  }
+  return fqdn;
 }
 
 }  // namespace io

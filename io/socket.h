@@ -102,6 +102,9 @@ class Socket : public Passable, private Socket_Stream_Base {
   IStream& input() { return input_; }
   OStream& output() { return output_; }
   const std::string& name() const { return name_; }
+  // The connected descriptor, for a layer on top (TLS) that takes over
+  // the transfers; the socket's own streams must then stay unused.
+  int descriptor() const { return fd_; }
   uint32_t peer_address() const { return peer_address_; }
   uint16_t peer_port() const { return peer_port_; }
 };

@@ -21,4 +21,10 @@ std::string endpoint_text(uint32_t address, uint16_t port);
 // resolver works.
 uint32_t resolve(const std::string& host);
 
+// This machine's fully qualified domain name, as the resolver gives it for
+// the host name; the host name itself when it has no dotted canonical name,
+// and "localhost.localdomain" when even that is missing. For the greeting
+// of a mail server, which refuses names that aren't fully qualified.
+std::string fully_qualified_host_name();
+
 }  // namespace io

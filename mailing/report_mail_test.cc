@@ -14,6 +14,7 @@
 #include "email/test_process.h"
 #include "grapher/check_image.h"
 #include "grapher/graph.h"
+#include "io/socket_address.h"
 #include "mailing/mime_image_generator.h"
 #include "mailing/report_bodies.h"
 #include "mailing/report_mail_test_support.h"
@@ -203,7 +204,8 @@ TEST_F(ReportMailTest, ServerThatClosesMidDialogue) {
   const std::vector<Incident> told = {{1, "Sending report to a@x..."},
                                       {4, "Report has not been send to a@x!"}};
   EXPECT_EQ(told, incidents);
-  EXPECT_EQ("HELO tavrel.test\r\nMAIL FROM:<reports@example.org>\r\n", received);
+  EXPECT_EQ("EHLO " + io::fully_qualified_host_name() + "\r\nMAIL FROM:<reports@example.org>\r\n",
+            received);
   ASSERT_FALSE(log.lines.empty());
   EXPECT_TRUE(log.lines.front().starts_with("Bad response") ||
               log.lines.front().starts_with("SMTP error"))
