@@ -53,17 +53,6 @@ std::unique_ptr<Message> reportLikeMessage() {
 
 using MaildirTest = SmtpTest;
 
-// Parses the server's Maildir back with read_maildir.py into the server's
-// folder: "parsed", "parts/part<n>" and "parts/subject".
-bool parseBack(BackgroundPython& server) {
-  const auto parts = server.folder() / "parts";
-  std::filesystem::create_directories(parts);
-  const std::string command = "/usr/bin/python3 '" + kTestData + "/read_maildir.py' '" +
-                              (server.folder() / "maildir").string() + "' '" + parts.string() +
-                              "' >'" + (server.folder() / "parsed").string() + "' 2>&1";
-  return std::system(command.c_str()) == 0;
-}
-
 TEST_F(MaildirTest, SendToRealServerAndParseBack) {
   BackgroundPython server(kTestData + "/maildir_server.py");
   const int port = server.port();
@@ -74,7 +63,7 @@ TEST_F(MaildirTest, SendToRealServerAndParseBack) {
   ASSERT_TRUE(client.send(*m)) << ::testing::PrintToString(lines);
   EXPECT_EQ((LogLine{"Mail transaction completed successfully.", false}), lines.back());
 
-  ASSERT_TRUE(parseBack(server)) << server.read("parsed");
+  ASSERT_TRUE(parse_maildir(server)) << server.read("parsed");
   const std::string preamble =
       "'Your email program does not understand MIME format.\\n"
       "You can edit your Tavrel alert path to use plain-text only,\\n"
@@ -132,7 +121,7 @@ TEST_F(MaildirTest, LongAndForeignHeaderTextsArriveWhole) {
       m->addTo(std::make_unique<Address>("r" + std::to_string(i) + "@example.org"));
     }
     ASSERT_TRUE(client.send(*m)) << ::testing::PrintToString(lines);
-    ASSERT_TRUE(parseBack(server)) << server.read("parsed");
+    ASSERT_TRUE(parse_maildir(server)) << server.read("parsed");
     EXPECT_EQ(subject, server.read("parts/subject"));
     const std::string parsed = server.read("parsed");
     EXPECT_NE(std::string::npos, parsed.find("long header lines 0\nMessage-ID ok True\n"))

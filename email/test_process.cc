@@ -78,4 +78,13 @@ bool BackgroundPython::waitForExit() {
   return !pid_.empty() && waitUntil([this] { return !running(); });
 }
 
+bool parse_maildir(BackgroundPython& server) {
+  const auto parts = server.folder() / "parts";
+  std::filesystem::create_directories(parts);
+  const std::string command = "/usr/bin/python3 '" + kTestData + "/read_maildir.py' '" +
+                              (server.folder() / "maildir").string() + "' '" + parts.string() +
+                              "' >'" + (server.folder() / "parsed").string() + "' 2>&1";
+  return std::system(command.c_str()) == 0;
+}
+
 }  // namespace email

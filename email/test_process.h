@@ -41,4 +41,10 @@ class BackgroundPython {
   std::string pid_;
 };
 
+// Parses the Maildir that `server` delivered into ("maildir" in its folder)
+// with testdata/read_maildir.py, under Python's strict email policy, into
+// the server's folder: "parsed", "parts/part<n>" and "parts/subject". False
+// when the script failed (a mail the strict parser refused, say).
+bool parse_maildir(BackgroundPython& server);
+
 }  // namespace email
