@@ -1,11 +1,12 @@
 """A real SMTP server (aiosmtpd) on 127.0.0.1 that speaks TLS and asks for
 a login, and delivers into a Maildir.
 
-usage: tls_server.py WORKDIR
+usage: tls_server.py WORKDIR [MAILDIR]
 WORKDIR/mode is "starttls" (STARTTLS required before anything else) or
 "implicit" (TLS from the first byte); WORKDIR/server.pem and server.key are
 the certificate and its key. The one login is "ops" with the password in
-WORKDIR/password. Mail goes to WORKDIR/maildir; the port is written to
+WORKDIR/password. Mail goes to MAILDIR, by default WORKDIR/maildir (the
+demo, scripts/demo, runs this server too); the port is written to
 WORKDIR/port once the server takes connections. Runs until it is killed.
 """
 import os
@@ -35,7 +36,7 @@ probe.bind(("127.0.0.1", 0))
 port = probe.getsockname()[1]
 probe.close()
 
-handler = Mailbox(os.path.join(work, "maildir"))
+handler = Mailbox(sys.argv[2] if len(sys.argv) > 2 else os.path.join(work, "maildir"))
 common = dict(hostname="127.0.0.1", port=port, authenticator=authenticator, auth_required=True)
 if mode == "implicit":
     # aiosmtpd counts only STARTTLS as TLS for auth_require_tls, and would
