@@ -21,7 +21,7 @@
 // The three settings of the server configuration that mailing uses.
 struct ReportMailSettings {
   std::string mail_server;    // host, or host ":" port
-  std::string mail_from;      // the name given in HELO
+  std::string mail_from;      // the configured sender name; the greeting uses the host name
   std::string reply_mail_to;  // the sender of the mail
   io::Duration timeout = email::kSmtpTimeout;
 };

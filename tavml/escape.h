@@ -1,5 +1,6 @@
 // Escaping of plain text for HTML, byte by byte over unsigned bytes. Bytes
-// are not recoded: the documents declare ISO-8859-1.
+// are not recoded here: the mail makes the whole document UTF-8 on the way
+// out (base/utf8.h) and declares UTF-8.
 #pragma once
 
 #include <string>
