@@ -51,14 +51,23 @@ std::unique_ptr<Message> reportLikeMessage() {
   return m;
 }
 
-using MaildirTest = SmtpTest;
+// Each case starts its own Maildir server.
+class MaildirTest : public SmtpTest {
+ protected:
+  // A client of the server, with a 30 s time-out.
+  SmtpClient client() {
+    const int port = server.port();
+    EXPECT_NE(0, port) << server.read("output");
+    SmtpClient c("127.0.0.1:" + std::to_string(port), "tavrel.test", log);
+    c.setTimeout(30s);
+    return c;
+  }
+
+  BackgroundPython server{kTestData + "/maildir_server.py"};
+};
 
 TEST_F(MaildirTest, SendToRealServerAndParseBack) {
-  BackgroundPython server(kTestData + "/maildir_server.py");
-  const int port = server.port();
-  ASSERT_NE(0, port) << server.read("output");
-  SmtpClient client("127.0.0.1:" + std::to_string(port), "tavrel.test", log);
-  client.setTimeout(30s);
+  SmtpClient client = this->client();
   auto m = reportLikeMessage();
   ASSERT_TRUE(client.send(*m)) << ::testing::PrintToString(lines);
   EXPECT_EQ((LogLine{"Mail transaction completed successfully.", false}), lines.back());
@@ -106,11 +115,7 @@ TEST_F(MaildirTest, SendToRealServerAndParseBack) {
 // must find no defect and no line over 78 characters, and decode the
 // subject back to the text that was given.
 TEST_F(MaildirTest, LongAndForeignHeaderTextsArriveWhole) {
-  BackgroundPython server(kTestData + "/maildir_server.py");
-  const int port = server.port();
-  ASSERT_NE(0, port) << server.read("output");
-  SmtpClient client("127.0.0.1:" + std::to_string(port), "tavrel.test", log);
-  client.setTimeout(30s);
+  SmtpClient client = this->client();
   const std::string foreign = "\xC3\x86r\xC3\xB8 \xE2\x9C\x93 \xE6\x97\xA5\xE6\x9C\xAC";
   std::string longName;
   while (longName.size() < 2000) longName += "Availability of " + foreign + " nodes, ";

@@ -10,14 +10,14 @@ demo, scripts/demo, runs this server too); the port is written to
 WORKDIR/port once the server takes connections. Runs until it is killed.
 """
 import os
-import socket
 import ssl
 import sys
-import time
 
 from aiosmtpd.controller import Controller
 from aiosmtpd.handlers import Mailbox
 from aiosmtpd.smtp import AuthResult
+
+from serve import serve
 
 work = sys.argv[1]
 mode = open(os.path.join(work, "mode")).read().strip()
@@ -31,23 +31,17 @@ def authenticator(server, session, envelope, mechanism, auth_data):
     return AuthResult(success=auth_data.login == b"ops" and auth_data.password == password)
 
 
-probe = socket.socket()
-probe.bind(("127.0.0.1", 0))
-port = probe.getsockname()[1]
-probe.close()
-
 handler = Mailbox(sys.argv[2] if len(sys.argv) > 2 else os.path.join(work, "maildir"))
-common = dict(hostname="127.0.0.1", port=port, authenticator=authenticator, auth_required=True)
-if mode == "implicit":
-    # aiosmtpd counts only STARTTLS as TLS for auth_require_tls, and would
-    # offer no AUTH here; the whole connection is encrypted anyway.
-    controller = Controller(handler, ssl_context=context, auth_require_tls=False, **common)
-else:
-    controller = Controller(handler, tls_context=context, require_starttls=True,
-                            auth_require_tls=True, **common)
-controller.start()
-with open(os.path.join(work, "port.tmp"), "w") as f:
-    f.write(str(port))
-os.rename(os.path.join(work, "port.tmp"), os.path.join(work, "port"))
-while True:
-    time.sleep(1)
+
+
+def controller(port):
+    common = dict(hostname="127.0.0.1", port=port, authenticator=authenticator, auth_required=True)
+    if mode == "implicit":
+        # aiosmtpd counts only STARTTLS as TLS for auth_require_tls, and
+        # would offer no AUTH here; the whole connection is encrypted anyway.
+        return Controller(handler, ssl_context=context, auth_require_tls=False, **common)
+    return Controller(handler, tls_context=context, require_starttls=True, auth_require_tls=True,
+                      **common)
+
+
+serve(work, controller)
