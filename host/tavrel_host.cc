@@ -18,26 +18,22 @@
 #include "base/args.h"
 #include "base/crash.h"
 #include "base/error.h"
+#include "base/program_path.h"
 #include "host/host_runner.h"
 #include "host/store_database.h"
 #include "host/world_load.h"
+#include "tavrel_version.h"
 
 static CrashHandlerAtStart install_crash_handler_early;
 
 namespace {
 
-// The reporter beside this program, as the build and the install lay them.
-std::string default_reporter(const char* argv0) {
-  std::string self = argv0;
-  size_t slash = self.rfind('/');
-  std::string dir = slash == std::string::npos ? "." : self.substr(0, slash);
-  return dir + "/../reporter/tavrel-report";
-}
-
-int run(cli::Args& args, const char* argv0) {
+int run(cli::Args& args) {
   host::HostOptions options;
   options.world = args.required("--world");
-  options.reporter = args.option("--reporter").value_or(default_reporter(argv0));
+  // The reporter that goes with this program: installed, or in the build tree.
+  options.reporter =
+      args.option("--reporter").value_or(paths::companion_program("tavrel-report", "../reporter"));
   if (auto idle = args.option("--until-idle")) options.until_idle = cli::Args::to_double(*idle);
   if (auto stop = args.option("--stop-after")) options.stop_after = cli::Args::to_double(*stop);
   options.dump = args.option("--dump").value_or("");
@@ -69,17 +65,56 @@ int check(cli::Args& args) {
 
 }  // namespace
 
+constexpr char kUsage[] =
+    "Usage: tavrel-host run --world FILE [OPTION]...\n"
+    "  or:  tavrel-host check --world FILE\n";
+
+constexpr char kHelp[] =
+    "\n"
+    "The stand-in parent, scheduler and database of tavrel-report(8): loads a world\n"
+    "file (objects, time series, configuration), starts the reporter as its child\n"
+    "over shared memory and FIFOs, serves its database requests and report orders,\n"
+    "and writes the database back as a world file at the end.\n"
+    "\n"
+    "Commands:\n"
+    "  run        run the reporter on the world until it ends or is stopped\n"
+    "  check      check a world file; prints \"ok\" or the first error with its JSON path\n"
+    "\n"
+    "Options:\n"
+    "  --world FILE          the world file to load\n"
+    "  --reporter PATH       the reporter program (default: the installed tavrel-report,\n"
+    "                        or the one of the build tree)\n"
+    "  --until-idle SECONDS  stop once nothing happened for this long\n"
+    "  --stop-after SECONDS  stop after this long in any case\n"
+    "  --dump FILE           write the database to FILE at the end, as a world file\n"
+    "  --log FILE            the host's log file (default: standard error)\n"
+    "  --eval-scale X        scale the subscriptions' least reply interval by X\n"
+    "  --progress            print a line each time a report instance's progress changes\n"
+    "  --metric PATH         ask the reporter for the metric PATH (\"queues/noblockings\")\n"
+    "                        at the end; repeatable\n"
+    "  --exit-twice          send the stop (SYS_EXIT) twice, to try the reporter's\n"
+    "                        refusal of the second\n"
+    "  --help                print this text and exit\n"
+    "  --version             print the version and exit\n"
+    "\n"
+    "Exit status: run gives the reporter's exit code; check 0 or 1; a failure of\n"
+    "the host itself 2, after \"error: \" and the text.\n";
+
 int main(int argc, char** argv) {
   std::string command = argc > 1 ? argv[1] : "";
+  if (command == "--help") {
+    std::cout << kUsage << kHelp;
+    return 0;
+  }
+  if (command == "--version") {
+    std::cout << "tavrel-host " << kTavrelVersion << "\n";
+    return 0;
+  }
   cli::Args args(std::vector<std::string>(argv + std::min(argc, 2), argv + argc));
   try {
-    if (command == "run") return run(args, argv[0]);
+    if (command == "run") return run(args);
     if (command == "check") return check(args);
-    std::cerr << "usage: tavrel-host run --world FILE [--reporter PATH] [--until-idle SECONDS]\n"
-                 "                       [--stop-after SECONDS]\n"
-                 "                       [--dump FILE] [--log FILE] [--eval-scale X] [--progress]\n"
-                 "                       [--metric PATH]... [--exit-twice]\n"
-                 "       tavrel-host check --world FILE\n";
+    std::cerr << kUsage;
     return 2;
   } catch (const error::Exception& e) {
     std::cerr << "error: " << e.text() << "\n";

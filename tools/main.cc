@@ -7,25 +7,48 @@
 
 #include "base/crash.h"
 #include "base/error.h"
+#include "tavrel_version.h"
 #include "tools/commands.h"
 
 static CrashHandlerAtStart install_crash_handler_early;
 
 namespace {
 
-void usage() {
-  std::cerr << "usage: tavrel-tool COMMAND [ARGS]\n";
+// The usage and every command; with `full`, for --help (and the manual
+// page made from it), also what the tool is and its options.
+void usage(std::ostream& out, bool full) {
+  out << "Usage: tavrel-tool COMMAND [ARGS]\n";
+  if (full) {
+    out << "\nThe command-line tool of the Tavrel report generator: units, times and\n"
+           "zones as the reports show them, charts, world files of tavrel-host(1), and\n"
+           "stored reports read back as an outline, text or HTML.\n\nCommands:\n";
+  }
+  // Two blanks after the name make a table of the manual page's commands.
   for (const tools::Command& c : tools::commands()) {
-    std::cerr << "  " << c.name << " " << c.usage << "\n";
+    out << "  " << c.name << (full ? "  " : " ") << c.usage << "\n";
+  }
+  if (full) {
+    out << "\nOptions:\n"
+           "  --help     print this text and exit\n"
+           "  --version  print the version and exit\n"
+           "\nExit status: 0 on success; 1 after \"error: \" and the text on standard error.\n";
   }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2 || std::strcmp(argv[1], "--help") == 0) {
-    usage();
-    return argc < 2 ? 1 : 0;
+  if (argc < 2) {
+    usage(std::cerr, false);
+    return 1;
+  }
+  if (std::strcmp(argv[1], "--help") == 0) {
+    usage(std::cout, true);
+    return 0;
+  }
+  if (std::strcmp(argv[1], "--version") == 0) {
+    std::cout << "tavrel-tool " << kTavrelVersion << "\n";
+    return 0;
   }
   for (const tools::Command& c : tools::commands()) {
     if (c.name != std::string(argv[1])) continue;
@@ -41,6 +64,6 @@ int main(int argc, char** argv) {
     }
   }
   std::cerr << "error: unknown command: " << argv[1] << "\n";
-  usage();
+  usage(std::cerr, false);
   return 1;
 }

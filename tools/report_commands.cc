@@ -7,10 +7,10 @@
 #include <iostream>
 
 #include "base/error.h"
+#include "base/program_path.h"
 #include "host/host_runner.h"
 #include "host/world_names.h"
 #include "tools/commands.h"
-#include "tools/program_path.h"
 #include "tools/zone_arg.h"
 
 namespace tools {
@@ -37,7 +37,7 @@ std::string instance_arg(Args& args) {
 int run_reader(const std::string& world, std::vector<std::string> reader_args) {
   host::HostOptions options;
   options.world = world;
-  options.reporter = program_directory() + "/tavrel-report-reader";
+  options.reporter = paths::companion_program("tavrel-report-reader", ".");
   options.reporter_args = std::move(reader_args);
   options.log = "/dev/null";
   std::cout.flush();

@@ -5,9 +5,9 @@
 #include <cstring>
 
 #include "base/error.h"
-#include "tools/program_path.h"
+#include "base/program_path.h"
 
-namespace tools {
+namespace paths {
 
 std::string program_directory() {
   char path[PATH_MAX];
@@ -20,4 +20,11 @@ std::string program_directory() {
   return self.substr(0, self.rfind('/'));
 }
 
-}  // namespace tools
+std::string companion_program(const std::string& name, const std::string& build_relative) {
+  const std::string dir = program_directory();
+  const std::string installed = dir + "/../libexec/tavrel/" + name;
+  if (access(installed.c_str(), X_OK) == 0) return installed;
+  return dir + "/" + build_relative + "/" + name;
+}
+
+}  // namespace paths
