@@ -3,7 +3,6 @@
 // arguments and a file that is no dump give "error: " and exit 2.
 #include <iostream>
 
-#include "base/error.h"
 #include "tools/commands.h"
 #include "tools/stored_reports.h"
 
@@ -127,7 +126,7 @@ json instance_json(const StoredReports& stored, const StoredReport& report,
 }
 
 int run_export(Args& args) {
-  try {
+  return with_dump_errors([&] {
     const std::string file = args.required("--dump");
     const auto id = args.option("--instance");
     const std::string format = args.required("--format");
@@ -153,17 +152,7 @@ int run_export(Args& args) {
       std::cout << all.dump(2) << "\n";
     }
     return 0;
-  } catch (const BadDump& e) {
-    std::cerr << "error: " << e.text << "\n";
-    return 2;
-  } catch (const json::exception& e) {
-    // A value of another type than a dump has there.
-    std::cerr << "error: the file is no dump of tavrel-host: " << e.what() << "\n";
-    return 2;
-  } catch (const error::Exception& e) {
-    std::cerr << "error: " << e.text() << "\n";
-    return 2;
-  }
+  });
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 // "error: " and exit 2.
 #include <iostream>
 
-#include "base/error.h"
 #include "tools/commands.h"
 #include "tools/stored_reports.h"
 
@@ -133,7 +132,7 @@ void print(const json& report) {
 }
 
 int run_reports(Args& args) {
-  try {
+  return with_dump_errors([&] {
     const std::string file = args.required("--dump");
     const bool as_json = args.flag("--json");
     args.done();
@@ -146,17 +145,7 @@ int run_reports(Args& args) {
       for (const json& report : all) print(report);
     }
     return 0;
-  } catch (const BadDump& e) {
-    std::cerr << "error: " << e.text << "\n";
-    return 2;
-  } catch (const json::exception& e) {
-    // A value of another type than a dump has there.
-    std::cerr << "error: the file is no dump of tavrel-host: " << e.what() << "\n";
-    return 2;
-  } catch (const error::Exception& e) {
-    std::cerr << "error: " << e.text() << "\n";
-    return 2;
-  }
+  });
 }
 
 }  // namespace

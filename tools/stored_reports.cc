@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <ctime>
 #include <fstream>
+#include <iostream>
+
+#include "base/error.h"
 
 namespace tools {
 
@@ -79,6 +82,20 @@ const json& StoredReports::series(const std::string& owner, const std::string& p
   static const json kNone = json::array();
   auto it = series_.find({owner, property});
   return it == series_.end() ? kNone : *it->second;
+}
+
+int with_dump_errors(const std::function<int()>& command) {
+  try {
+    return command();
+  } catch (const BadDump& e) {
+    std::cerr << "error: " << e.text << "\n";
+  } catch (const json::exception& e) {
+    // A value of another type than a dump has there.
+    std::cerr << "error: the file is no dump of tavrel-host: " << e.what() << "\n";
+  } catch (const error::Exception& e) {
+    std::cerr << "error: " << e.text() << "\n";
+  }
+  return 2;
 }
 
 std::vector<const json*> display_order(const json& object) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -50,6 +51,11 @@ class StoredReports {
   std::vector<StoredReport> reports_;
   std::map<std::pair<std::string, std::string>, const nlohmann::json*> series_;
 };
+
+// Runs a command over a dump: a BadDump, a dump value of the wrong type
+// and an error::Exception (a bad argument) are written as "error: " and
+// the text to standard error, and give exit code 2.
+int with_dump_errors(const std::function<int()>& command);
 
 // The children of `object` in display order: by `order`, those without one
 // first, ties in stored order.
